@@ -1,0 +1,118 @@
+/*
+ * The codec library's interface: stream filters, both ways, behind eight entry points of "Filter.dll".
+ *
+ * The library is loaded at run time and its entry points are looked up by name, so this header declares
+ * the function types as well as the functions. Every handle belongs to one caller; two handles may be used
+ * side by side on one thread. Memory use is fixed for a handle, whatever the length of the data.
+ *
+ * Filter codes: even ones encode, odd ones decode.
+ */
+#ifndef ZORVAN_FILTER_H
+#define ZORVAN_FILTER_H
+
+#include "zorvan/calling.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+enum {
+    FILTER_ENCODE_DCT = 0,
+    FILTER_DECODE_DCT = 1,
+    FILTER_ENCODE_CCITTFAX = 2,
+    FILTER_DECODE_CCITTFAX = 3,
+    FILTER_ENCODE_FLATE = 4,
+    FILTER_DECODE_FLATE = 5,
+    FILTER_ENCODE_LZW = 6,
+    FILTER_DECODE_LZW = 7,
+    FILTER_ENCODE_RUNLENGTH = 8,
+    FILTER_DECODE_RUNLENGTH = 9,
+    FILTER_ENCODE_ASCII85 = 10,
+    FILTER_DECODE_ASCII85 = 11,
+    FILTER_ENCODE_ASCIIHEX = 12,
+    FILTER_DECODE_ASCIIHEX = 13
+};
+
+/* The parameter block of the CCITTFax codes; booleans are 0 or 1. See PDF Reference, CCITTFaxDecode. */
+typedef struct FilterCcittParameters {
+    int k;
+    int end_of_line;
+    int encoded_byte_align;
+    int columns;
+    int rows;
+    int end_of_block;
+    int black_is_1;
+} FilterCcittParameters;
+
+/* The parameter block of the DCT codes: 48 bytes, all zero for the defaults. */
+typedef struct FilterDctParameters {
+    unsigned int words[12];
+} FilterDctParameters;
+
+/*
+ * Takes encoded bytes from an encoder. `slot` is the pointer given to CreateEncoder; `count` is above 0.
+ * Stores the number of bytes taken. Result: 1 all were taken, 0 they were refused: the encoder then fails.
+ */
+typedef int(ZORVAN_CALL* FilterWriteFunction)(const int* slot, const void* bytes, unsigned int count,
+                                              unsigned int* written);
+
+/*
+ * Hands encoded bytes to a decoder. `slot` is the pointer given to CreateDecoder. Stores the number of
+ * bytes copied into `buffer`. Result: 1 all of `wanted` were delivered, 0 fewer, or none, were left: the
+ * input ends there.
+ */
+typedef int(ZORVAN_CALL* FilterReadFunction)(const int* slot, void* buffer, unsigned int wanted,
+                                             unsigned int* read);
+
+/*
+ * Makes an encoder for an even filter code. `parameters` is the block of that code or null. Result: the
+ * handle, or null when the code is unknown, the parameters are unusable or memory is lacking.
+ */
+typedef void*(ZORVAN_CALL* CreateEncoderFunction)(unsigned int filter_code, const void* parameters,
+                                                  const int* slot, FilterWriteFunction write);
+/* Encodes `count` bytes. Result: 0, or -1 when the write function refused bytes (now or before). */
+typedef int(ZORVAN_CALL* EncodeDataFunction)(void* encoder, const void* bytes, unsigned int count);
+/*
+ * Ends the encoded data, with the filter's own end-of-data mark where it has one ("~>", ">", 128, the LZW
+ * and Flate ends), and hands all of it to the write function. The encoder can then encode another, separate
+ * piece of data. Result: 0 or -1.
+ */
+typedef int(ZORVAN_CALL* EncodeEodFunction)(void* encoder);
+/* Hands on what is encoded so far, without ending the data. Result: 0 or -1. */
+typedef int(ZORVAN_CALL* FlushFunction)(void* encoder);
+typedef void(ZORVAN_CALL* DestroyEncoderFunction)(void* encoder);
+
+/*
+ * Makes a decoder. The low eight bits of `filter_code` are an odd filter code; the bits above hold the
+ * length of the encoded data, modulo 2^24, as far as it is known: a hint, no limit. Result: the handle, or
+ * null when the code is unknown, the parameters are unusable or memory is lacking.
+ */
+typedef void*(ZORVAN_CALL* CreateDecoderFunction)(unsigned int filter_code, const void* parameters,
+                                                  const int* slot, FilterReadFunction read);
+/*
+ * Decodes into `output`, whose size in bytes stands in `*size`; stores there how many bytes were decoded,
+ * which may be 0 at the end and on failure. Data that is cut short is delivered as far as it goes, and its
+ * end is an ordinary end.
+ *
+ * Result: 1 more may follow, 0 the end was reached (the bytes of this call are the last ones), -1 the
+ * data is damaged (the bytes stored before the damage are valid; every later call is -1 with 0 bytes).
+ */
+typedef int(ZORVAN_CALL* DecodeDataFunction)(void* decoder, void* output, unsigned int* size);
+typedef void(ZORVAN_CALL* DestroyDecoderFunction)(void* decoder);
+
+ZORVAN_EXPORT void* ZORVAN_CALL CreateEncoder(unsigned int filter_code, const void* parameters,
+                                              const int* slot, FilterWriteFunction write);
+ZORVAN_EXPORT int ZORVAN_CALL EncodeData(void* encoder, const void* bytes, unsigned int count);
+ZORVAN_EXPORT int ZORVAN_CALL Encode_EOD(void* encoder);
+ZORVAN_EXPORT int ZORVAN_CALL Flush(void* encoder);
+ZORVAN_EXPORT void ZORVAN_CALL DestroyEncoder(void* encoder);
+ZORVAN_EXPORT void* ZORVAN_CALL CreateDecoder(unsigned int filter_code, const void* parameters,
+                                              const int* slot, FilterReadFunction read);
+ZORVAN_EXPORT int ZORVAN_CALL DecodeData(void* decoder, void* output, unsigned int* size);
+ZORVAN_EXPORT void ZORVAN_CALL DestroyDecoder(void* decoder);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
