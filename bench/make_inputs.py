@@ -1,0 +1,85 @@
+#!/usr/bin/env python3
+# Makes the PDFs that script/bench times: one large vector page, and documents of many small pages.
+"""make_inputs.py FOLDER     writes vector_20m.pdf, pages_1000.pdf and pages_20000.pdf into FOLDER; the same bytes
+each time"""
+import pathlib
+import random
+import sys
+import zlib
+
+VECTOR_BYTES = 20_000_000
+
+
+class Writer:
+    """A PDF, object by object, with its cross-reference section."""
+
+    def __init__(self, path):
+        self.file = open(path, "wb")
+        self.offsets = {}
+        self.file.write(b"%PDF-1.4\n")
+
+    def add(self, number, body):
+        self.offsets[number] = self.file.tell()
+        self.file.write(b"%d 0 obj\n" % number + body + b"\nendobj\n")
+
+    def stream(self, number, data):
+        packed = zlib.compress(data, 6)
+        head = b"<< /Filter /FlateDecode /Length %d >>" % len(packed)
+        self.add(number, head + b"\nstream\n" + packed + b"\nendstream")
+
+    def finish(self):
+        at, size = self.file.tell(), max(self.offsets) + 1
+        entries = b"".join(b"%010d 00000 n \n" % self.offsets[number] for number in range(1, size))
+        self.file.write(b"xref\n0 %d\n0000000000 65535 f \n" % size + entries)
+        self.file.write(b"trailer\n<< /Size %d /Root 1 0 R >>\nstartxref\n%d\n%%%%EOF\n" % (size, at))
+        self.file.close()
+
+
+def drawing(chance, size):
+    """At least `size` bytes of what maps and plans are made of: polylines, curves, rectangles, clips and colours."""
+
+    def numbers(count):
+        return " ".join(f"{chance.uniform(0, 800):.{chance.choice((0, 1, 2, 3))}f}" for _ in range(count))
+
+    pieces, length = [], 0
+    while length < size:
+        lines = "\n".join(numbers(2) + " l" for _ in range(chance.randint(5, 60)))
+        curves = "\n".join(numbers(6) + " c" for _ in range(chance.randint(1, 15)))
+        colour = " ".join(f"{chance.random():.3f}" for _ in range(3))
+        piece = (f"q\n{numbers(4)} re W n\n{colour} RG {colour} rg {chance.uniform(0.1, 3):.2f} w\n"
+                 f"{numbers(2)} m\n{lines}\nS\n{numbers(2)} m\n{curves}\nf\nQ\n")
+        pieces.append(piece)
+        length += len(piece)
+    return "".join(pieces).encode()
+
+
+def document(path, contents):
+    """A document of one page for each of `contents`, its page tree in nodes of a hundred pages."""
+    writer = Writer(path)
+    nodes = -(-len(contents) // 100)
+    first_page = 3 + nodes
+    writer.add(1, b"<< /Type /Catalog /Pages 2 0 R >>")
+    kids = b" ".join(b"%d 0 R" % (3 + node) for node in range(nodes))
+    writer.add(2, b"<< /Type /Pages /Kids [%b] /Count %d /MediaBox [0 0 800 800] >>" % (kids, len(contents)))
+    for node in range(nodes):
+        pages = range(100 * node, min(100 * node + 100, len(contents)))
+        kids = b" ".join(b"%d 0 R" % (first_page + 2 * page) for page in pages)
+        writer.add(3 + node, b"<< /Type /Pages /Parent 2 0 R /Kids [%b] /Count %d >>" % (kids, len(pages)))
+    for page, content in enumerate(contents):
+        number = first_page + 2 * page
+        writer.add(number, b"<< /Type /Page /Parent %d 0 R /Contents %d 0 R >>" % (3 + page // 100, number + 1))
+        writer.stream(number + 1, content)
+    writer.finish()
+
+
+def main(folder):
+    folder.mkdir(parents=True, exist_ok=True)
+    chance = random.Random(1)
+    document(folder / "vector_20m.pdf", [drawing(chance, VECTOR_BYTES)])
+    small = [drawing(chance, 600) for _ in range(100)]
+    for count in (1000, 20000):
+        document(folder / f"pages_{count}.pdf", [small[page % 100] for page in range(count)])
+
+
+if __name__ == "__main__":
+    main(pathlib.Path(sys.argv[1]))

@@ -1,0 +1,17 @@
+// The one place where a refused write becomes an exit code.
+#include "cli/failure.h"
+
+#include <cerrno>
+#include <csignal>
+#include <system_error>
+
+namespace zorvan::cli {
+
+void ThrowOutputFailure(const std::string& what, int error) {
+    if (error == EPIPE) {
+        throw Failure(static_cast<ExitCode>(static_cast<int>(ExitCode::kBySignal) + SIGPIPE), "");
+    }
+    throw Failure(ExitCode::kBadOutput, what + ": " + std::generic_category().message(error));
+}
+
+}  // namespace zorvan::cli

@@ -1,0 +1,34 @@
+// What --info prints.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "cli/info_sink.h"
+#include "cli/library_session.h"
+
+namespace zorvan::cli {
+
+struct InfoReport {
+    std::string file;
+    unsigned pageCount = 0;       // of the document
+    std::vector<PageInfo> pages;  // those that were asked for and could be converted
+    std::uint64_t outputBytes = 0;
+    LibraryError error;
+};
+
+// One fact a line:
+//     Pages: 2
+//     Page 1: 0 0 612 792
+//     Page 2: none
+//     Output bytes: 61234
+std::string InfoAsText(const InfoReport& report);
+
+// One object on one line: {"file": "a.pdf", "pages": 2, "visibleBoxes": [{"page": 1, "box": [0, 0, 612,
+// 792]},
+// {"page": 2, "box": null}], "outputBytes": 61234, "error": null}. An error is {"code": -4094, "text": "...",
+// "offset": 0, "excerpt": "..."}, where the excerpt's unprintable bytes are escaped as in messages.
+std::string InfoAsJson(const InfoReport& report);
+
+}  // namespace zorvan::cli

@@ -1,0 +1,61 @@
+// Opens and checks the PDF.
+#include "cli/input_file.h"
+
+#include <cerrno>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "cli/failure.h"
+
+namespace zorvan::cli {
+namespace {
+
+[[noreturn]] void RejectInput(const std::string& path, const std::string& reason) {
+    throw Failure(ExitCode::kBadInput, path + ": " + reason);
+}
+
+}  // namespace
+
+// Without O_NONBLOCK the opening of a FIFO would wait for a writer.
+InputFile::InputFile(const std::string& path)
+    : path_(path), descriptor_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+    if (descriptor_ < 0) {
+        RejectInput(path_, std::generic_category().message(errno));
+    }
+    try {
+        Check();
+    } catch (...) {
+        ::close(descriptor_);
+        throw;
+    }
+}
+
+InputFile::~InputFile() {
+    ::close(descriptor_);
+}
+
+void InputFile::Check() const {
+    struct stat status = {};
+    if (::fstat(descriptor_, &status) != 0) {
+        RejectInput(path_, std::generic_category().message(errno));
+    }
+    if (S_ISDIR(status.st_mode)) {
+        RejectInput(path_, "is a directory, not a PDF file");
+    }
+    if (!S_ISREG(status.st_mode)) {
+        RejectInput(path_, "is not a regular file");
+    }
+    if (status.st_size == 0) {
+        RejectInput(path_, "is empty, not a PDF file");
+    }
+}
+
+std::string InputFile::LibraryPath() const {
+    constexpr std::size_t kLongestPath = 259;
+    return path_.size() <= kLongestPath ? path_ : "/proc/self/fd/" + std::to_string(descriptor_);
+}
+
+}  // namespace zorvan::cli

@@ -1,0 +1,173 @@
+// Temporary name, buffer, rename.
+#include "cli/output_file.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "cli/descriptor.h"
+#include "cli/failure.h"
+#include "cli/signals.h"
+
+namespace zorvan::cli {
+namespace {
+
+// What a newly created file may be, where mkostemp allows the owner alone.
+mode_t NewFileMode() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return static_cast<mode_t>(0666U & ~mask);
+}
+
+}  // namespace
+
+OutputFile::OutputFile(const std::string& target) : name_(target), target_(target) {
+    if (target == "-") {
+        name_ = "standard output";
+        descriptor_ = STDOUT_FILENO;
+        return;
+    }
+    struct stat status = {};
+    const bool exists = ::stat(target.c_str(), &status) == 0;
+    if (exists && S_ISDIR(status.st_mode)) {
+        ThrowOutputFailure(name_, EISDIR);
+    }
+    if (exists && !S_ISREG(status.st_mode)) {
+        OpenDirectly();
+        return;
+    }
+    SettleTarget();
+    const std::string folder = std::filesystem::path(target_).parent_path().string();
+    OpenTemporaryFile(folder.empty() ? "." : folder);
+}
+
+OutputFile::~OutputFile() {
+    Close();
+    if (!temporaryPath_.empty()) {
+        ::unlink(temporaryPath_.c_str());
+        RemoveOnSignal("");
+    }
+}
+
+void OutputFile::OpenDirectly() {
+    descriptor_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+    if (descriptor_ < 0) {
+        ThrowOutputFailure(name_, errno);
+    }
+}
+
+// A symbolic link stays one: the file that it leads to is replaced. A file that may not be written is not
+// replaced either, although the folder would allow it.
+void OutputFile::SettleTarget() {
+    std::error_code isNew;
+    const std::filesystem::path resolved = std::filesystem::canonical(target_, isNew);
+    if (isNew) {
+        return;
+    }
+    target_ = resolved.string();
+    if (::access(target_.c_str(), W_OK) != 0) {
+        ThrowOutputFailure(name_, errno);
+    }
+}
+
+void OutputFile::OpenTemporaryFile(const std::string& folder) {
+    std::string path = folder + "/.zorvan-XXXXXX";
+    const SignalsHeld held;
+    descriptor_ = ::mkostemp(path.data(), O_CLOEXEC);
+    if (descriptor_ < 0) {
+        ThrowOutputFailure(name_ + ": no file can be created beside it", errno);
+    }
+    temporaryPath_ = path;
+    RemoveOnSignal(path);
+    if (::fchmod(descriptor_, NewFileMode()) != 0) {
+        error_ = errno;
+    }
+}
+
+bool OutputFile::WriteBehindBuffer(const char* bytes, std::size_t count) {
+    if (!Flush()) {
+        return false;
+    }
+    if (count <= kBufferSize) {
+        return Write(bytes, count);
+    }
+    const int error = WriteAll(descriptor_, bytes, count);
+    flushed_ += count;
+    return error == 0 || Refuse(error);
+}
+
+bool OutputFile::Flush() {
+    if (error_ != 0) {
+        return Refuse(error_);
+    }
+    const int error = WriteAll(descriptor_, buffer_.get(), used_);
+    flushed_ += used_;
+    used_ = 0;
+    return error == 0 || Refuse(error);
+}
+
+// The buffer counts as full from now on, so that every later write comes here and is refused as well.
+bool OutputFile::Refuse(int error) {
+    error_ = error;
+    used_ = kBufferSize;
+    return false;
+}
+
+bool OutputFile::TakeBackTo(std::uint64_t position) {
+    if (error_ != 0) {
+        return false;
+    }
+    if (position >= flushed_) {
+        used_ = static_cast<std::size_t>(position - flushed_);
+        return true;
+    }
+    used_ = 0;
+    flushed_ = position;
+    const auto offset = static_cast<off_t>(position);
+    const bool done =
+        ::ftruncate(descriptor_, offset) == 0 && ::lseek(descriptor_, offset, SEEK_SET) == offset;
+    return done || Refuse(errno);
+}
+
+void OutputFile::Commit() {
+    Flush();
+    ThrowIfFailed();
+    if (temporaryPath_.empty()) {
+        return;
+    }
+    // Some file systems tell of a full disk only here.
+    if (::close(std::exchange(descriptor_, -1)) != 0) {
+        ThrowOutputFailure(name_, errno);
+    }
+    const SignalsHeld held;
+    if (std::rename(temporaryPath_.c_str(), target_.c_str()) != 0) {
+        ThrowOutputFailure(name_, errno);
+    }
+    temporaryPath_.clear();
+    RemoveOnSignal("");
+}
+
+void OutputFile::ThrowIfFailed() const {
+    if (error_ != 0) {
+        ThrowOutputFailure(name_, error_);
+    }
+}
+
+void OutputFile::Close() {
+    if (descriptor_ > STDERR_FILENO) {
+        ::close(descriptor_);
+    }
+}
+
+bool IsSameFile(const std::string& one, const std::string& other) {
+    std::error_code ignored;
+    return std::filesystem::equivalent(one, other, ignored);
+}
+
+}  // namespace zorvan::cli

@@ -1,0 +1,30 @@
+// What a signal does to a job: it ends at once and leaves no temporary file.
+#pragma once
+
+#include <csignal>
+#include <string>
+
+namespace zorvan::cli {
+
+// SIGTERM, SIGINT and SIGHUP remove the temporary file and exit with 128 plus the signal's number, wherever
+// the job is; those that are ignored on entry (nohup) stay so. SIGPIPE is ignored: a closed pipe is
+// seen by the write that meets it, and a closed stderr stops no job. So is SIGXFSZ: a file that may
+// not grow further is an output that cannot be written, like a full disk.
+void InstallSignalHandlers();
+
+// Names the file that a signal removes; an empty name takes that back. At most one at a time.
+void RemoveOnSignal(const std::string& path);
+
+// Holds the signals back while it lives, so that a file cannot come to be unnamed between two steps.
+class SignalsHeld {
+public:
+    SignalsHeld();
+    SignalsHeld(const SignalsHeld&) = delete;
+    SignalsHeld& operator=(const SignalsHeld&) = delete;
+    ~SignalsHeld();
+
+private:
+    sigset_t before_;
+};
+
+}  // namespace zorvan::cli

@@ -1,0 +1,82 @@
+// Building the page list and writing the document.
+#include "api/document.h"
+
+#include "api/current_job.h"
+#include "content/interpreter.h"
+#include "pdf/name_table.h"
+#include "pdf/object_parser.h"
+#include "pdf/pdf_file.h"
+#include "ps/document_structure.h"
+#include "ps/page_frame.h"
+#include "ps/resource_registry.h"
+
+namespace zorvan {
+namespace {
+
+Status RunContent(const Page& page) {
+    return ContentInterpreter(page.scope.get(), page.contents.Get(), ContentKind::kPage).Run();
+}
+
+}  // namespace
+
+void Document::BuildPageList() {
+    const PdfFile& file = *CurrentPdfFile();
+    // Recorded where it happened; the pages before it are the document.
+    static_cast<void>(WalkPageTree(file, file.Pages(), *this));
+    scopesByReference_ = {};
+    lastInherited_ = nullptr;
+    lastInheritedScope_ = nullptr;
+}
+
+void Document::AddPage(const PageAttributes& attributes) {
+    Page page;
+    page.reference = attributes.reference;
+    page.number = PageCount() + 1;
+    page.clipBox = attributes.box;
+    page.rotation = attributes.rotation;
+    CurrentRegistry().SetCurrentPage(page.number);
+    page.scope = ScopeOf(attributes);
+    if (page.scope != nullptr) {
+        page.scope->Register();
+    }
+    page.contents = OwnedObject(CloneObject(DictGet(attributes.dictionary, names::kContents)));
+    const Box visible = VisibleBox(page);
+    boundingBox_ = pages_.empty() ? visible : UnitedBox(boundingBox_, visible);
+    pages_.push_back(std::move(page));
+}
+
+std::shared_ptr<ResourceScope> Document::ScopeOf(const PageAttributes& attributes) {
+    const PdfObject value = attributes.resources;
+    if (IsReference(value)) {
+        const std::uint64_t key = (std::uint64_t{value.payload} << 16U) | value.type;
+        std::shared_ptr<ResourceScope>& scope = scopesByReference_[key];
+        if (scope == nullptr) {
+            scope = std::make_shared<ResourceScope>(Resolved(value).Get());
+        }
+        return scope;
+    }
+    if (!Is(value, ObjectType::kDictionary)) {
+        return nullptr;
+    }
+    if (attributes.inheritedResources == nullptr) {
+        return std::make_shared<ResourceScope>(value);
+    }
+    if (attributes.inheritedResources != lastInherited_) {
+        lastInheritedScope_ = std::make_shared<ResourceScope>(value);
+        lastInherited_ = attributes.inheritedResources;
+    }
+    return lastInheritedScope_;
+}
+
+Status Document::WriteHeaderAndProlog(const Prolog* prolog) const {
+    return zorvan::WriteHeaderAndProlog({.boundingBox = boundingBox_, .pageCount = PageCount()}, prolog);
+}
+
+Status Document::WritePage(std::uint32_t number) const {
+    if (number == 0 || number > PageCount()) {
+        return Status::kOk;
+    }
+    return zorvan::WritePage(pages_[number - 1], RunContent);
+}
+
+}  // namespace zorvan

@@ -1,0 +1,50 @@
+// The little graphics state that the interpreter keeps: which colour spaces are current, so that operands can
+// be counted.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace zorvan {
+
+/// Colour space families by their codes.
+namespace family {
+constexpr std::uint32_t kGray = 1;
+constexpr std::uint32_t kRgb = 2;
+constexpr std::uint32_t kCmyk = 4;
+constexpr std::uint32_t kPattern = 512;
+/// A space that the library does not build (yet). Its colours take whatever operands stand there and write
+/// nothing.
+constexpr std::uint32_t kNotBuilt = 0xFFFFFFFF;
+}  // namespace family
+
+struct SpaceState {
+    std::uint32_t family = family::kGray;
+    std::uint32_t components = 1;
+};
+
+struct ColorState {
+    SpaceState fill;
+    SpaceState stroke;
+};
+
+class ColorStateStack {
+public:
+    ColorStateStack() { states_.reserve(kFirstCapacity); }
+
+    ColorState& Top() { return states_.back(); }
+    void Push() { states_.push_back(ColorState(states_.back())); }
+    /// Pops one record, but never the last one.
+    void Pop() {
+        if (states_.size() > 1) {
+            states_.pop_back();
+        }
+    }
+
+private:
+    static constexpr std::size_t kFirstCapacity = 4;
+
+    std::vector<ColorState> states_{1};
+};
+
+}  // namespace zorvan

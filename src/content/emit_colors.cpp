@@ -1,0 +1,169 @@
+// The emitters of colour spaces and colours. Device spaces go out as DefaultGray, DefaultRGB and DefaultCMYK,
+// which a page may redefine, and never by their device names.
+#include <algorithm>
+#include <array>
+
+#include "api/current_job.h"
+#include "content/interpreter.h"
+#include "pdf/name_table.h"
+#include "ps/resource_registry.h"
+
+namespace zorvan {
+namespace {
+
+struct NamedSpace {
+    std::uint32_t name;
+    std::string_view text;
+    SpaceState state;
+};
+
+constexpr std::array<NamedSpace, 4> kNamedSpaces = {{
+    {names::kDeviceGray, "DefaultGray", {family::kGray, 1}},
+    {names::kDeviceRGB, "DefaultRGB", {family::kRgb, 3}},
+    {names::kDeviceCMYK, "DefaultCMYK", {family::kCmyk, 4}},
+    {names::kPattern, "/Pattern", {family::kPattern, 0}},
+}};
+
+bool IsNumber(PdfObject object) {
+    return Is(object, ObjectType::kInteger) || Is(object, ObjectType::kReal);
+}
+
+}  // namespace
+
+Status ContentInterpreter::SetFillGray(const OperatorRow& row) {
+    colorStates_.Top().fill = {family::kGray, 1};
+    return WriteNumbers(row);
+}
+
+Status ContentInterpreter::SetStrokeGray(const OperatorRow& row) {
+    colorStates_.Top().stroke = {family::kGray, 1};
+    return WriteNumbers(row);
+}
+
+Status ContentInterpreter::SetFillRgb(const OperatorRow& row) {
+    colorStates_.Top().fill = {family::kRgb, 3};
+    return WriteNumbers(row);
+}
+
+Status ContentInterpreter::SetStrokeRgb(const OperatorRow& row) {
+    colorStates_.Top().stroke = {family::kRgb, 3};
+    return WriteNumbers(row);
+}
+
+Status ContentInterpreter::SetFillCmyk(const OperatorRow& row) {
+    colorStates_.Top().fill = {family::kCmyk, 4};
+    return WriteNumbers(row);
+}
+
+Status ContentInterpreter::SetStrokeCmyk(const OperatorRow& row) {
+    colorStates_.Top().stroke = {family::kCmyk, 4};
+    return WriteNumbers(row);
+}
+
+Status ContentInterpreter::SetFillSpace(const OperatorRow& row) {
+    return SetSpace(row, colorStates_.Top().fill);
+}
+
+Status ContentInterpreter::SetStrokeSpace(const OperatorRow& row) {
+    return SetSpace(row, colorStates_.Top().stroke);
+}
+
+Status ContentInterpreter::SetSpace(const OperatorRow& row, SpaceState& state) {
+    const OwnedObject operand = operands_.Pop();
+    const std::uint32_t name = NameOf(operand.Get());
+    OutputPiece& line = Line();
+    const auto* const named = std::ranges::find(kNamedSpaces, name, &NamedSpace::name);
+    if (named != kNamedSpaces.end()) {
+        state = named->state;
+        return line.Append(named->text).Append(row.text).Write();
+    }
+    if (!CurrentRegistry().Builds(ResourceCategory::kColorSpace)) {
+        state = {family::kNotBuilt, 0};
+        return Status::kOk;
+    }
+    state = {};
+    if (const auto* space = FindResource<ColorSpaceUse>(ResourceCategory::kColorSpace, name)) {
+        state = {space->Family(), space->Components()};
+        space->AppendUse(line);
+    }
+    return line.Append(row.text).Write();
+}
+
+Status ContentInterpreter::SetFillColor(const OperatorRow& row) {
+    return SetColor(row, colorStates_.Top().fill);
+}
+
+Status ContentInterpreter::SetStrokeColor(const OperatorRow& row) {
+    return SetColor(row, colorStates_.Top().stroke);
+}
+
+Status ContentInterpreter::SetColor(const OperatorRow& row, const SpaceState& state) {
+    if (state.family == family::kNotBuilt) {
+        DropNumbers();
+        return Status::kOk;
+    }
+    if (state.components == 0) {
+        return Status::kOk;  // the operands stay on the stack
+    }
+    return WriteComponents(row, state.components, "");
+}
+
+Status ContentInterpreter::SetFillColorOrPattern(const OperatorRow& row) {
+    return SetColorOrPattern(row, colorStates_.Top().fill);
+}
+
+Status ContentInterpreter::SetStrokeColorOrPattern(const OperatorRow& row) {
+    return SetColorOrPattern(row, colorStates_.Top().stroke);
+}
+
+Status ContentInterpreter::SetColorOrPattern(const OperatorRow& row, const SpaceState& state) {
+    std::uint32_t components = state.components;
+    OutputPiece use;
+    bool built = state.family != family::kNotBuilt;
+    if (Is(operands_.Top(1)[0], ObjectType::kName)) {
+        const OwnedObject name = operands_.Pop();
+        built = AppendNamedColor(NameOf(name.Get()), use, components) && built;
+    }
+    if (!built) {
+        DropNumbers();
+        return Status::kOk;
+    }
+    return WriteComponents(row, components, use.View());
+}
+
+/// The use of the pattern, or else the colour space, of that name, and how many numbers it takes. False when
+/// the library builds no patterns (yet).
+bool ContentInterpreter::AppendNamedColor(std::uint32_t name, OutputPiece& use, std::uint32_t& components) {
+    if (!CurrentRegistry().Builds(ResourceCategory::kPattern)) {
+        return false;
+    }
+    if (const auto* pattern = FindResource<PatternUse>(ResourceCategory::kPattern, name)) {
+        pattern->AppendUse(use);
+        components = pattern->CarriesColor() ? 0 : components;
+    } else if (const auto* space = FindResource<ColorSpaceUse>(ResourceCategory::kColorSpace, name)) {
+        space->AppendUse(use);
+        components = space->Components();
+    }
+    return true;
+}
+
+Status ContentInterpreter::WriteComponents(const OperatorRow& row, std::uint32_t components,
+                                           std::string_view use) {
+    if (operands_.Count() < components) {
+        return Status::kOperatorNotEnough;
+    }
+    OutputPiece& line = Line();
+    AppendOperands(operands_.Top(components));
+    operands_.Drop(components);
+    return line.Append(use).Append(row.text).Write();
+}
+
+/// Takes the numbers on top of the stack: the operands of a colour whose space is not built, however many it
+/// has.
+void ContentInterpreter::DropNumbers() {
+    while (operands_.Count() > 0 && IsNumber(operands_.Top(1)[0])) {
+        operands_.Drop(1);
+    }
+}
+
+}  // namespace zorvan

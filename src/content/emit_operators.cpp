@@ -1,0 +1,80 @@
+// The emitters that need no resource: fixed texts, numbers, dash, intent, and what is passed over.
+#include "api/current_job.h"
+#include "content/inline_image.h"
+#include "content/interpreter.h"
+#include "pdf/name_table.h"
+
+namespace zorvan {
+
+void ContentInterpreter::AppendOperands(std::span<const PdfObject> operands) {
+    for (const PdfObject operand : operands) {
+        line_.AppendOperand(operand).Append(" ");
+    }
+}
+
+Status ContentInterpreter::WriteText(const OperatorRow& row) {
+    return WriteOutput(row.text);
+}
+
+Status ContentInterpreter::WriteNumbers(const OperatorRow& row) {
+    OutputPiece& line = Line();
+    AppendOperands(operands_.Top(row.operands));
+    operands_.Drop(row.operands);
+    return line.Append(row.text).Write();
+}
+
+Status ContentInterpreter::TakeOperands(const OperatorRow& row) {
+    operands_.Drop(row.operands);
+    return Status::kOk;
+}
+
+Status ContentInterpreter::SaveState(const OperatorRow& row) {
+    colorStates_.Push();
+    return WriteText(row);
+}
+
+Status ContentInterpreter::RestoreState(const OperatorRow& row) {
+    colorStates_.Pop();
+    return WriteText(row);
+}
+
+Status ContentInterpreter::ConcatMatrix(const OperatorRow& row) {
+    // Read from the bottom of the stack but dropped from its top, unlike everywhere else. Kept: operands that
+    // an unknown operator left behind come out here, and hosts compare outputs byte by byte.
+    OutputPiece& line = Line();
+    for (std::uint32_t i = 0; i < row.operands; ++i) {
+        line.AppendOperand(operands_.At(i)).Append(" ");
+    }
+    operands_.Drop(row.operands);
+    return line.Append(row.text).Write();
+}
+
+Status ContentInterpreter::SetDash(const OperatorRow& row) {
+    const OwnedObject phase = operands_.Pop();
+    const OwnedObject array = operands_.Pop();
+    OutputPiece& line = Line();
+    line.Append("[");
+    for (std::uint32_t i = 0; i < ArrayCount(array.Get()); ++i) {
+        line.AppendOperand(ArrayGet(array.Get(), i)).Append(" ");
+    }
+    return line.Append("] ").AppendOperand(phase.Get()).Append(" ").Append(row.text).Write();
+}
+
+Status ContentInterpreter::SetIntent(const OperatorRow& row) {
+    const OwnedObject intent = operands_.Pop();
+    OutputPiece& line = Line();
+    line.Append("/").Append(CurrentNames().NameText(NameOf(intent.Get()), NameTextMode::kToken));
+    return line.Append(row.text).Write();
+}
+
+Status ContentInterpreter::SkipInlineImage(const OperatorRow& /*row*/) {
+    const std::uint32_t entries = operands_.CountToMark();
+    if (entries != OperandStack::kNoMark) {
+        operands_.Drop(entries + 1);
+        --openMarks_;
+    }
+    rest_ = rest_.subspan(FindInlineImageEnd(rest_));
+    return Status::kOk;
+}
+
+}  // namespace zorvan

@@ -1,0 +1,232 @@
+// The token loop, the dispatch, and the keywords that build objects.
+#include "content/interpreter.h"
+
+#include <algorithm>
+#include <array>
+
+#include "api/current_job.h"
+#include "api/error_record.h"
+#include "pdf/byte_buffer.h"
+#include "pdf/lexer.h"
+#include "pdf/name_table.h"
+#include "pdf/object_parser.h"
+#include "pdf/operator_code.h"
+#include "pdf/stream_reader.h"
+#include "platform/limits.h"
+#include "ps/resource_registry.h"
+#include "ps/resource_scope.h"
+
+namespace zorvan {
+
+/// The rows behind their codes: a hash table made by the compiler, so that an operator costs one probe.
+class ContentInterpreter::OperatorTable {
+public:
+    constexpr OperatorTable() {
+        for (const OperatorRow& row : kRows) {
+            std::size_t slot = SlotOf(row.code);
+            while (slots_[slot].code != 0) {
+                slot = (slot + 1) % kSlots;
+            }
+            slots_[slot] = row;
+        }
+    }
+
+    /// Null for a keyword that is no operator.
+    [[nodiscard]] constexpr const OperatorRow* Find(std::uint32_t code) const {
+        for (std::size_t slot = SlotOf(code); slots_[slot].code != 0; slot = (slot + 1) % kSlots) {
+            if (slots_[slot].code == code) {
+                return &slots_[slot];
+            }
+        }
+        return nullptr;
+    }
+
+private:
+    static constexpr OperatorRow kRows[] = {
+#define ZORVAN_OPERATOR(keyword, operands, handler, text) \
+    {OperatorCode(keyword), operands, &ContentInterpreter::handler, text},
+#include "content/operators.inc"
+#undef ZORVAN_OPERATOR
+    };
+
+    static constexpr std::size_t kSlots = 256;
+    static_assert(std::size(kRows) < kSlots / 2);
+
+    static constexpr std::size_t SlotOf(std::uint32_t code) {
+        return (code * 0x9E3779B1U) >> 24U;
+    }
+
+    std::array<OperatorRow, kSlots> slots_{};
+};
+
+ContentInterpreter::ContentInterpreter(const ResourceScope* scope, PdfObject contents, ContentKind kind)
+    : kind_(kind), scope_(scope) {
+    if (IsReference(contents)) {
+        const Resolved resolved(contents);
+        if (Is(resolved.Get(), ObjectType::kStream)) {
+            AddStream(contents);
+            return;
+        }
+        for (std::uint32_t i = 0; i < ArrayCount(resolved.Get()); ++i) {
+            AddStream(ArrayGet(resolved.Get(), i));
+        }
+        return;
+    }
+    if (Is(contents, ObjectType::kStream)) {
+        streams_.push_back({MakeNull(), OwnedObject(CloneObject(contents))});
+    }
+    for (std::uint32_t i = 0; i < ArrayCount(contents); ++i) {
+        AddStream(ArrayGet(contents, i));
+    }
+}
+
+void ContentInterpreter::AddStream(PdfObject reference) {
+    if (!IsReference(reference)) {
+        return;  // a direct element is passed over
+    }
+    OwnedObject stream(ResolveReference(*CurrentPdfFile(), reference));
+    if (Is(stream.Get(), ObjectType::kStream)) {
+        streams_.push_back({reference, std::move(stream)});
+    }
+}
+
+Status ContentInterpreter::Run() {
+    RETURN_IF_FAILED(WriteDefaultSpaces());
+    for (const ContentStream& entry : streams_) {
+        RETURN_IF_FAILED(InterpretStream(entry));
+    }
+    return Status::kOk;
+}
+
+Status ContentInterpreter::WriteDefaultSpaces() {
+    for (const std::uint32_t name : {names::kDefaultGray, names::kDefaultRGB, names::kDefaultCMYK}) {
+        const Resource* space = FindAnyResource(ResourceCategory::kColorSpace, name);
+        if (space != nullptr) {
+            OutputPiece& line = Line();
+            line.Append("/").Append(CurrentNames().PlainText(name)).Append(" ");
+            space->AppendUse(line);
+            RETURN_IF_FAILED(line.Append(" dd\n").Write());
+        }
+    }
+    return Status::kOk;
+}
+
+Status ContentInterpreter::InterpretStream(const ContentStream& entry) {
+    StreamReader reader(entry.stream.Get());
+    if (reader.IsCutShort()) {
+        RecordError(Status::kDataNotEnough, entry.reference);
+    }
+    ByteBuffer decoded;
+    Bytes data;
+    Status read = Status::kOk;
+    if (reader.Filters().empty()) {
+        reader.ReadChunk(data);  // all of it, in place in the mapped file
+    } else {
+        read = DecodeWholeStream(reader, entry.reference, decoded);
+        data = decoded.Bytes();
+    }
+    // What a damaged stream holds up to its damage prints; one that is too large to be held does not.
+    if (data.empty() || read == Status::kMemoryNotEnough) {
+        return read;
+    }
+    const Status status = InterpretBytes(data);
+    RecordError(status, entry.reference);
+    return status;
+}
+
+Status ContentInterpreter::InterpretBytes(Bytes bytes) {
+    NameTable& names = CurrentNames();
+    rest_ = bytes;
+    std::uint32_t scanned = lex::kNothing;
+    while ((scanned & lex::kEnd) == 0) {
+        PdfObject token;
+        std::uint32_t consumed = 0;
+        scanned = ScanToken(rest_, names, token, consumed);
+        rest_ = rest_.subspan(consumed);
+        if (lex::IsError(scanned)) {
+            return Status::kScanTokenError;
+        }
+        if ((scanned & lex::kToken) == 0) {
+            continue;
+        }
+        if (Is(token, ObjectType::kOperator)) {
+            RETURN_IF_FAILED(Operate(token.payload));
+        } else if (Is(token, ObjectType::kMark)) {
+            RETURN_IF_FAILED(PushMark({}));
+        } else {
+            operands_.Push(OwnedObject(token));
+        }
+    }
+    return Status::kOk;
+}
+
+Status ContentInterpreter::Operate(std::uint32_t code) {
+    static constexpr OperatorTable kOperators;
+    const OperatorRow* row = kOperators.Find(code);
+    if (row == nullptr) {
+        if (code == 0 && !rest_.empty()) {
+            rest_ = rest_.subspan(1);  // a stray `)`, `{` or `}`, which the lexer leaves in place
+        }
+        return Status::kOk;
+    }
+    if (operands_.Count() < row->operands) {
+        return Status::kOperatorNotEnough;
+    }
+    return (this->*row->handler)(*row);
+}
+
+Status ContentInterpreter::PushTrue(const OperatorRow& /*row*/) {
+    operands_.Push(OwnedObject(MakeBoolean(true)));
+    return Status::kOk;
+}
+
+Status ContentInterpreter::PushFalse(const OperatorRow& /*row*/) {
+    operands_.Push(OwnedObject(MakeBoolean(false)));
+    return Status::kOk;
+}
+
+Status ContentInterpreter::PushNull(const OperatorRow& /*row*/) {
+    operands_.Push(OwnedObject());
+    return Status::kOk;
+}
+
+Status ContentInterpreter::PushMark(const OperatorRow& /*row*/) {
+    // Marks that are never closed count on: what is capped is how deep values can come to stand in each
+    // other.
+    if (++openMarks_ > limits::kObjectNesting) {
+        return Status::kScanTokenError;
+    }
+    operands_.Push(OwnedObject(MakeMark()));
+    return Status::kOk;
+}
+
+/// Replaces what stands above the nearest mark, and the mark, by what is made of it; false without a mark.
+bool ContentInterpreter::Close(PdfObject (*make)(std::span<const PdfObject>)) {
+    const std::uint32_t count = operands_.CountToMark();
+    if (count == OperandStack::kNoMark) {
+        return false;
+    }
+    OwnedObject made(make(operands_.Top(count)));
+    operands_.ForgetToMark(count);
+    operands_.Push(std::move(made));
+    --openMarks_;
+    return true;
+}
+
+Status ContentInterpreter::CloseArray(const OperatorRow& row) {
+    if (!Close(MakeArray)) {
+        operands_.Drop(1);
+        operands_.Push(OwnedObject(MakeOperator(row.code)));
+    }
+    return Status::kOk;
+}
+
+Status ContentInterpreter::CloseDictionary(const OperatorRow& row) {
+    if (!Close(MakeDictionary)) {
+        operands_.Clear();
+        operands_.Push(OwnedObject(MakeOperator(row.code)));
+    }
+    return Status::kOk;
+}
+
+}  // namespace zorvan

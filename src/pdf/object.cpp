@@ -1,0 +1,366 @@
+// The block layouts behind strings, dictionaries, arrays and streams.
+#include "pdf/object.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <unordered_map>
+#include <vector>
+
+#include "api/current_job.h"
+#include "pdf/allocation_registry.h"
+#include "platform/seeded_hash.h"
+
+namespace zorvan {
+namespace {
+
+// Counts are 32 bits wide, so that what a hostile or merely large file holds neither wraps nor gets lost.
+struct StringBlock {
+    std::uint32_t kind;
+    std::uint32_t length;
+};
+struct DictionaryBlock {
+    std::uint32_t slots;
+    std::uint32_t unused;
+};
+struct ArrayBlock {
+    std::uint32_t count;
+    std::uint32_t unused;
+};
+struct StreamBlock {
+    std::uint32_t dataOffset;
+    std::uint32_t length;
+    PdfObject dictionary;
+};
+
+template <class Block>
+Block* BlockOf(PdfObject object, ObjectType type) {
+    if (!Is(object, type)) {
+        return nullptr;
+    }
+    return reinterpret_cast<Block*>(CurrentAllocations().Address(object.payload));
+}
+
+StringBlock* StringBlockOf(PdfObject object) {
+    return BlockOf<StringBlock>(object, ObjectType::kString);
+}
+DictionaryBlock* DictionaryBlockOf(PdfObject object) {
+    return BlockOf<DictionaryBlock>(object, ObjectType::kDictionary);
+}
+ArrayBlock* ArrayBlockOf(PdfObject object) {
+    return BlockOf<ArrayBlock>(object, ObjectType::kArray);
+}
+StreamBlock* StreamBlockOf(PdfObject object) {
+    return BlockOf<StreamBlock>(object, ObjectType::kStream);
+}
+
+std::span<DictionarySlot> SlotsOf(DictionaryBlock* block) {
+    return {reinterpret_cast<DictionarySlot*>(block + 1), block->slots};
+}
+std::span<PdfObject> ElementsOf(ArrayBlock* block) {
+    return {reinterpret_cast<PdfObject*>(block + 1), block->count};
+}
+
+template <class Block>
+PdfObject NewBlock(ObjectType type, std::size_t extra, Block*& block) {
+    const PdfObject object = MakeScalar(type, CurrentAllocations().Allocate(sizeof(Block) + extra));
+    block = BlockOf<Block>(object, type);
+    return object;
+}
+
+DictionarySlot* FindSlot(PdfObject dictionary, std::uint32_t key) {
+    DictionaryBlock* block = DictionaryBlockOf(dictionary);
+    if (block == nullptr) {
+        return nullptr;
+    }
+    const auto slots = SlotsOf(block);
+    const auto slot =
+        std::find_if(slots.begin(), slots.end(), [key](const auto& each) { return each.key == key; });
+    return slot == slots.end() ? nullptr : &*slot;
+}
+
+/// Tells where a pair goes while a dictionary is filled: the slot that has its key, else the first empty one.
+/// Small dictionaries are searched, large ones (100,000 pairs are real in hostile files) looked up.
+class SlotIndex {
+public:
+    explicit SlotIndex(std::span<const DictionarySlot> slots) : slots_(slots) {}
+
+    std::uint32_t SlotFor(std::uint32_t key) {
+        const std::uint32_t found = Find(key);
+        if (found == used_ && key != 0) {
+            if (slots_.size() > kSearched) {
+                slotOfKey_.emplace(key, used_);
+            }
+            ++used_;
+        }
+        return found;
+    }
+
+private:
+    static constexpr std::size_t kSearched = 32;
+
+    [[nodiscard]] std::uint32_t Find(std::uint32_t key) const {
+        if (slots_.size() > kSearched) {
+            const auto known = slotOfKey_.find(key);
+            return known == slotOfKey_.end() ? used_ : known->second;
+        }
+        std::uint32_t slot = 0;
+        while (slot < used_ && slots_[slot].key != key) {
+            ++slot;
+        }
+        return slot;
+    }
+
+    std::span<const DictionarySlot> slots_;
+    std::unordered_map<std::uint32_t, std::uint32_t, SeededHash> slotOfKey_;
+    std::uint32_t used_ = 0;
+};
+
+/// Calls `visit` with every value inside the block of `object`.
+template <class Visit>
+void ForEachInside(PdfObject object, Visit visit) {
+    if (DictionaryBlock* dictionary = DictionaryBlockOf(object)) {
+        for (DictionarySlot& slot : SlotsOf(dictionary)) {
+            visit(slot.value);
+        }
+    } else if (ArrayBlock* array = ArrayBlockOf(object)) {
+        for (PdfObject& element : ElementsOf(array)) {
+            visit(element);
+        }
+    } else if (StreamBlock* stream = StreamBlockOf(object)) {
+        visit(stream->dictionary);
+    }
+}
+
+/// Copies a block byte for byte: what it holds still is the original's.
+PdfObject CopyBlock(PdfObject object) {
+    if (const StringBlock* string = StringBlockOf(object)) {
+        return MakeString(StringBytes(object), static_cast<StringKind>(string->kind));
+    }
+    if (DictionaryBlockOf(object) != nullptr) {
+        const PdfObject copy = NewDictionary(DictSlotCount(object));
+        std::ranges::copy(SlotsOf(DictionaryBlockOf(object)), SlotsOf(DictionaryBlockOf(copy)).begin());
+        return copy;
+    }
+    if (ArrayBlockOf(object) != nullptr) {
+        const PdfObject copy = NewArray(ArrayCount(object));
+        std::ranges::copy(ElementsOf(ArrayBlockOf(object)), ElementsOf(ArrayBlockOf(copy)).begin());
+        return copy;
+    }
+    if (StreamBlockOf(object) != nullptr) {
+        return NewStream(StreamDataOffset(object), StreamLength(object), StreamDictionary(object));
+    }
+    return MakeNull();
+}
+
+}  // namespace
+
+std::int32_t TruncateToInteger(double value) {
+    constexpr double kBelow = -2147483649.0;
+    constexpr double kAbove = 2147483648.0;
+    return value > kBelow && value < kAbove ? static_cast<std::int32_t>(value)
+                                            : std::numeric_limits<std::int32_t>::min();
+}
+
+std::int32_t IntegerOf(PdfObject object) {
+    if (Is(object, ObjectType::kInteger)) {
+        return static_cast<std::int32_t>(object.payload);
+    }
+    return TruncateToInteger(NumberOf(object));
+}
+
+PdfObject MakeString(std::span<const std::uint8_t> bytes, StringKind kind) {
+    StringBlock* block = nullptr;
+    const PdfObject string = NewBlock(ObjectType::kString, bytes.size(), block);
+    block->kind = static_cast<std::uint32_t>(kind);
+    block->length = static_cast<std::uint32_t>(bytes.size());
+    std::copy(bytes.begin(), bytes.end(), reinterpret_cast<std::uint8_t*>(block + 1));
+    return string;
+}
+
+PdfObject NewDictionary(std::uint32_t slots) {
+    DictionaryBlock* block = nullptr;
+    const PdfObject dictionary =
+        NewBlock(ObjectType::kDictionary, std::size_t{slots} * sizeof(DictionarySlot), block);
+    block->slots = slots;
+    return dictionary;
+}
+
+PdfObject NewArray(std::uint32_t count) {
+    ArrayBlock* block = nullptr;
+    const PdfObject array = NewBlock(ObjectType::kArray, std::size_t{count} * sizeof(PdfObject), block);
+    block->count = count;
+    return array;
+}
+
+PdfObject NewStream(std::uint32_t dataOffset, std::uint32_t length, PdfObject dictionary) {
+    StreamBlock* block = nullptr;
+    const PdfObject stream = NewBlock(ObjectType::kStream, 0, block);
+    *block = {dataOffset, length, dictionary};
+    return stream;
+}
+
+std::span<const std::uint8_t> StringBytes(PdfObject string) {
+    const StringBlock* block = StringBlockOf(string);
+    if (block == nullptr) {
+        return {};
+    }
+    return {reinterpret_cast<const std::uint8_t*>(block + 1), block->length};
+}
+
+StringKind StringKindOf(PdfObject string) {
+    const StringBlock* block = StringBlockOf(string);
+    return block == nullptr ? StringKind::kLiteral : static_cast<StringKind>(block->kind);
+}
+
+PdfObject DictGet(PdfObject dictionary, std::uint32_t key) {
+    const DictionarySlot* slot = FindSlot(dictionary, key);
+    return slot == nullptr ? MakeNull() : slot->value;
+}
+
+bool DictHas(PdfObject dictionary, std::uint32_t key) {
+    return FindSlot(dictionary, key) != nullptr;
+}
+
+std::uint32_t DictSlotCount(PdfObject dictionary) {
+    const DictionaryBlock* block = DictionaryBlockOf(dictionary);
+    return block == nullptr ? 0 : block->slots;
+}
+
+DictionarySlot DictSlot(PdfObject dictionary, std::uint32_t index) {
+    DictionaryBlock* block = DictionaryBlockOf(dictionary);
+    return block == nullptr || index >= block->slots ? DictionarySlot{} : SlotsOf(block)[index];
+}
+
+bool DictPut(PdfObject dictionary, std::uint32_t key, PdfObject value) {
+    DictionaryBlock* block = DictionaryBlockOf(dictionary);
+    if (block == nullptr) {
+        return false;
+    }
+    for (DictionarySlot& slot : SlotsOf(block)) {
+        if (slot.key == key || slot.key == 0) {
+            FreeObject(slot.value);
+            slot = {key, value};
+            return true;
+        }
+    }
+    return false;
+}
+
+std::uint32_t ArrayCount(PdfObject array) {
+    const ArrayBlock* block = ArrayBlockOf(array);
+    return block == nullptr ? 0 : block->count;
+}
+
+PdfObject ArrayGet(PdfObject array, std::uint32_t index) {
+    ArrayBlock* block = ArrayBlockOf(array);
+    return block == nullptr || index >= block->count ? MakeNull() : ElementsOf(block)[index];
+}
+
+bool ArraySet(PdfObject array, std::uint32_t index, PdfObject value) {
+    ArrayBlock* block = ArrayBlockOf(array);
+    if (block == nullptr || index >= block->count) {
+        return false;
+    }
+    FreeObject(ElementsOf(block)[index]);
+    ElementsOf(block)[index] = value;
+    return true;
+}
+
+PdfObject MakeDictionary(std::span<const PdfObject> keysAndValues) {
+    // A key may be any value: its payload counts, as a name's identifier does. Key 0 marks an empty slot, so
+    // such a pair is overwritten by the next pair, whatever that one's key.
+    const auto pairs = static_cast<std::uint32_t>(keysAndValues.size() / 2);
+    const PdfObject dictionary = NewDictionary(pairs);
+    const auto slots = SlotsOf(DictionaryBlockOf(dictionary));
+    SlotIndex index(slots);
+    for (std::uint32_t pair = 0; pair < pairs; ++pair) {
+        const std::uint32_t key = PayloadOf(keysAndValues[std::size_t{pair} * 2]);
+        DictionarySlot& slot = slots[index.SlotFor(key)];
+        FreeObject(slot.value);
+        slot = {key, keysAndValues[std::size_t{pair} * 2 + 1]};
+    }
+    for (const PdfObject& key : keysAndValues) {
+        if ((&key - keysAndValues.data()) % 2 == 0) {
+            FreeObject(key);  // an odd last value is among these
+        }
+    }
+    return dictionary;
+}
+
+PdfObject MakeArray(std::span<const PdfObject> elements) {
+    const PdfObject array = NewArray(static_cast<std::uint32_t>(elements.size()));
+    std::ranges::copy(elements, ElementsOf(ArrayBlockOf(array)).begin());
+    return array;
+}
+
+std::uint32_t StreamDataOffset(PdfObject stream) {
+    const StreamBlock* block = StreamBlockOf(stream);
+    return block == nullptr ? 0 : block->dataOffset;
+}
+
+std::uint32_t StreamLength(PdfObject stream) {
+    const StreamBlock* block = StreamBlockOf(stream);
+    return block == nullptr ? 0 : block->length;
+}
+
+PdfObject StreamDictionary(PdfObject stream) {
+    const StreamBlock* block = StreamBlockOf(stream);
+    return block == nullptr ? MakeNull() : block->dictionary;
+}
+
+void FreeBlocks(PdfObject object) noexcept {
+    AllocationRegistry& blocks = CurrentAllocations();
+    // Values inside values are chained by the words beside their blocks: no recursion and no memory needed.
+    std::uint32_t pending = 0;
+    const auto chain = [&blocks, &pending](PdfObject inner) {
+        if (HasBlock(inner) && blocks.Address(inner.payload) != nullptr) {
+            blocks.SetLink(inner.payload, pending, inner.type);
+            pending = inner.payload;
+        }
+    };
+    chain(object);
+    while (pending != 0) {
+        const std::uint32_t handle = pending;
+        pending = blocks.Link(handle);
+        ForEachInside(PdfObject{0, blocks.Type(handle), handle}, chain);
+        blocks.Release(handle);
+    }
+}
+
+PdfObject CloneObject(PdfObject object) {
+    if (!HasBlock(object)) {
+        return object;
+    }
+    struct Place {
+        PdfObject* target;
+        PdfObject source;
+    };
+    std::vector<Place> places;
+    PdfObject root;
+    // A copied block holds the original's blocks until they are copied in turn. They are taken out at once,
+    // with the room for that made beforehand, so that running out of memory never frees the original with the
+    // copy.
+    const auto copyInto = [&places](PdfObject& target, PdfObject source) {
+        std::size_t inside = 0;
+        ForEachInside(source, [&inside](PdfObject inner) { inside += HasBlock(inner) ? 1U : 0U; });
+        places.reserve(places.size() + inside);
+        target = CopyBlock(source);
+        ForEachInside(target, [&places](PdfObject& inner) {
+            if (HasBlock(inner)) {
+                places.push_back({&inner, inner});
+                inner = MakeNull();
+            }
+        });
+    };
+    copyInto(root, object);
+    OwnedObject owner(root);
+    while (!places.empty()) {
+        const Place place = places.back();
+        places.pop_back();
+        copyInto(*place.target, place.source);
+    }
+    return owner.Release();
+}
+
+}  // namespace zorvan

@@ -1,0 +1,57 @@
+// Opening an input file, step by step; the first failure ends it.
+#include "pdf/pdf_file.h"
+
+#include <algorithm>
+
+#include "api/error_record.h"
+#include "pdf/byte_scan.h"
+#include "pdf/name_table.h"
+#include "pdf/object_parser.h"
+#include "pdf/xref_reader.h"
+
+namespace zorvan {
+namespace {
+
+bool HasHeader(Bytes bytes) {
+    return StandsAt(bytes, 0, "%PDF-") || StandsAt(bytes, 0, "%JTF-");
+}
+
+}  // namespace
+
+Password::Password(const ZORVAN_PasswordRecord* record) {
+    if (record != nullptr) {
+        length = std::min<std::uint32_t>(record->length, sizeof record->text);
+        std::copy_n(record->text, length, text.begin());
+    }
+}
+
+Status PdfFile::OpenPdfFile(const std::string& path) {
+    if (!mapped_.Map(path)) {
+        return Fail(Status::kOpenFileError);
+    }
+    if (!HasHeader(Bytes())) {
+        return Fail(Status::kIllegalPdfFile);
+    }
+    return ReadStructure();
+}
+
+Status PdfFile::ReadStructure() {
+    XrefReader reader(*this, xref_, trailer_);
+    RETURN_IF_FAILED(reader.ReadChain());
+    if (trailer_.encrypted) {
+        return Fail(Status::kUnknownSecurityHandler);
+    }
+    return ReadCatalog();
+}
+
+Status PdfFile::ReadCatalog() {
+    const OwnedObject catalog(ResolveReference(*this, trailer_.root));
+    if (!Is(catalog.Get(), ObjectType::kDictionary)) {
+        return Fail(Status::kInvalidDataType, trailer_.root);
+    }
+    pages_ = ReferenceOrNull(DictGet(catalog.Get(), names::kPages));
+    jobTicket_ = ReferenceOrNull(DictGet(catalog.Get(), names::kJT));
+    return Status::kOk;
+}
+
+}  // namespace zorvan

@@ -1,0 +1,69 @@
+// The open input file: its mapped bytes, its cross-reference table and what its trailer and catalog say.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "api/status.h"
+#include "pdf/object.h"
+#include "pdf/xref_table.h"
+#include "platform/mapped_file.h"
+#include "zorvan/zorvan.h"
+
+namespace zorvan {
+
+/// The host's password, copied: at most 40 bytes; empty when none was given.
+struct Password {
+    std::array<char, sizeof(ZORVAN_PasswordRecord::text)> text{};
+    std::uint32_t length = 0;
+
+    explicit Password(const ZORVAN_PasswordRecord* record);
+};
+
+using FileIdentifier = std::array<std::uint8_t, 16>;
+
+/// What the newest trailer tells, and the chain of sections behind it.
+struct TrailerEntries {
+    PdfObject info;  // these two are references, or null
+    PdfObject root;
+    std::array<FileIdentifier, 2> identifiers{};
+    bool encrypted = false;
+    OwnedObject encrypt;
+};
+
+class PdfFile {
+public:
+    explicit PdfFile(const ZORVAN_PasswordRecord* password) : password_(password) {}
+
+    /// Maps the file and reads header, cross-reference chain, trailer and catalog. Every failure is recorded:
+    /// kOpenFileError, kIllegalPdfFile, kUnknownSecurityHandler, kInvalidDataType (the catalog).
+    Status OpenPdfFile(const std::string& path);
+
+    [[nodiscard]] std::span<const std::uint8_t> Bytes() const { return mapped_.Bytes(); }
+    [[nodiscard]] const XrefTable& Xref() const { return xref_; }
+    [[nodiscard]] const TrailerEntries& Trailer() const { return trailer_; }
+    /// The catalog's `Pages` value: the reference of the page tree's root, or null.
+    [[nodiscard]] PdfObject Pages() const { return pages_; }
+    /// The catalog's `JT` value, likewise.
+    [[nodiscard]] PdfObject JobTicket() const { return jobTicket_; }
+
+private:
+    Status ReadStructure();
+    Status ReadCatalog();
+
+    Password password_;
+    MappedFile mapped_;
+    XrefTable xref_;
+    TrailerEntries trailer_;
+    PdfObject pages_;
+    PdfObject jobTicket_;
+};
+
+/// The value itself when it is a reference, else null: a direct value dies with the dictionary that holds it.
+constexpr PdfObject ReferenceOrNull(PdfObject value) {
+    return IsReference(value) ? value : MakeNull();
+}
+
+}  // namespace zorvan

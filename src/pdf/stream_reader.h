@@ -1,0 +1,63 @@
+// Reads a stream's data out of the mapped file: as it stands, or through at most two decode filters.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "api/status.h"
+#include "pdf/byte_scan.h"
+#include "pdf/codec.h"
+#include "pdf/object.h"
+
+namespace zorvan {
+
+class ByteBuffer;
+
+/// A filter of a stream: its name, and its parameters as a value inside the stream's dictionary (or null).
+struct StreamFilter {
+    std::uint32_t name = 0;
+    PdfObject decodeParms;
+};
+
+class StreamReader {
+public:
+    /// `stream` must outlive the reader.
+    explicit StreamReader(PdfObject stream);
+
+    /// The declared length, clamped to what the file holds behind the data's start.
+    [[nodiscard]] std::uint32_t Length() const { return static_cast<std::uint32_t>(raw_.size()); }
+    /// True when the declared length reaches beyond the file.
+    [[nodiscard]] bool IsCutShort() const { return cutShort_; }
+
+    /// The filters in the order in which they decode; as many as the stream names.
+    [[nodiscard]] const std::vector<StreamFilter>& Filters() const { return filters_; }
+
+    /// From here on ReadChunk delivers decoded data. Without this call it delivers the data as it stands.
+    void StartDecoding();
+
+    /// The next piece of data, which stays valid until the next call. 1: more follows, 0: this piece, which
+    /// may be empty, is the last one, -1: a decoder failed behind this piece. Streams with an unknown filter
+    /// or with more than two are not decoded: -1.
+    int ReadChunk(Bytes& chunk);
+
+private:
+    void ReadFilters(PdfObject dictionary);
+    [[nodiscard]] CodecKind KindOf(std::size_t filter) const;
+
+    OwnedObject filterValue_;  // resolved `Filter` and `DecodeParms`, as far as they are references
+    OwnedObject parmsValue_;
+    std::vector<OwnedObject> resolvedParms_;
+    Bytes raw_;
+    bool cutShort_ = false;
+    bool decoding_ = false;
+    std::vector<StreamFilter> filters_;
+    std::vector<std::uint8_t> buffers_[2];
+    std::unique_ptr<Codec> decoders_[2];
+};
+
+/// Decodes a whole stream into `data`. kDecodeError when a decoder fails (`data` then holds what was decoded
+/// before), kMemoryNotEnough beyond the limit for decoded data; both are recorded with the reference.
+Status DecodeWholeStream(StreamReader& reader, PdfObject reference, ByteBuffer& data);
+
+}  // namespace zorvan

@@ -1,0 +1,28 @@
+// Every cap on what a file may ask of the library, each with its reason. A file from anywhere must neither
+// crash nor hang the process nor eat the machine, and no file of the trade comes near these.
+#pragma once
+
+#include <cstdint>
+
+namespace zorvan::limits {
+
+/// Arrays and dictionaries inside each other. Deeper nesting is -4071; writers do not reach 50.
+constexpr std::uint32_t kObjectNesting = 512;
+
+/// `Pages` nodes above a page. A balanced tree of a million pages has 10.
+constexpr std::uint32_t kPageTreeDepth = 1024;
+
+/// Nodes of a page tree: 30 objects can otherwise make 2^30 pages by naming each other twice.
+constexpr std::uint32_t kPageTreeNodes = 1U << 20;
+
+/// Forms, patterns and glyphs inside each other; the inner one is skipped.
+constexpr std::uint32_t kContentNesting = 64;
+
+/// References that lead to references before a value is reached.
+constexpr std::uint32_t kReferenceHops = 64;
+
+/// Bytes of one decoded stream that must be held whole; more is -4088. A one-megabyte file can otherwise
+/// ask for a gigabyte, and a million-operator page decodes to some 30 MiB.
+constexpr std::uint64_t kDecodedStream = std::uint64_t{256} << 20;
+
+}  // namespace zorvan::limits

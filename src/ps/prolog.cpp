@@ -1,0 +1,22 @@
+// Finding a prolog text.
+#include "ps/prolog.h"
+
+#include <algorithm>
+
+namespace zorvan {
+
+std::string_view Prolog::Text(unsigned identifier) const {
+    const auto found =
+        std::ranges::find_if(resources_, [identifier](const auto& each) { return each.id == identifier; });
+    if (found == resources_.end()) {
+        return {};
+    }
+    return {reinterpret_cast<const char*>(found->bytes), found->size};
+}
+
+const Prolog* BuiltInProlog() {
+    static const Prolog prolog{kPrologResources};
+    return &prolog;
+}
+
+}  // namespace zorvan

@@ -1,0 +1,111 @@
+// What the command line means.
+#include "cli/options.h"
+
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "cli/failure.h"
+
+namespace zorvan::cli {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+std::variant<Options, Notice> Parse(std::vector<const char*> arguments) {
+    arguments.insert(arguments.begin(), "zorvan");
+    return ParseOptions(static_cast<int>(arguments.size()), arguments.data());
+}
+
+Options Parsed(const std::vector<const char*>& arguments) {
+    return std::get<Options>(Parse(arguments));
+}
+
+bool IsUsageError(const std::vector<const char*>& arguments) {
+    try {
+        Parse(arguments);
+    } catch (const Failure& failure) {
+        return failure.Code() == ExitCode::kUsage && *failure.what() != '\0';
+    }
+    return false;
+}
+
+TEST(Options, HaveDefaults) {
+    const Options options = Parsed({"in.pdf"});
+    EXPECT_EQ(options.input, "in.pdf");
+    EXPECT_EQ(options.output, "in.ps");
+    EXPECT_FALSE(options.password.has_value());
+    EXPECT_FALSE(options.filterFolder.has_value());
+    EXPECT_TRUE(options.askForPageSize);
+    EXPECT_FALSE(options.keepGoing || options.quiet || options.info || options.json);
+    EXPECT_THAT(options.pages.Resolve(2), ElementsAre(1, 2));
+}
+
+TEST(Options, AreAllTaken) {
+    const Options options = Parsed({"--pages", "2-", "--password=x y", "--page-size=none", "--keep-going",
+                                    "--quiet", "--filter-dir", "/f", "in.pdf", "-o", "out.ps"});
+    EXPECT_THAT(options.pages.Resolve(3), ElementsAre(2, 3));
+    EXPECT_EQ(options.password, "x y");
+    EXPECT_FALSE(options.askForPageSize);
+    EXPECT_TRUE(options.keepGoing && options.quiet);
+    EXPECT_EQ(options.filterFolder, "/f");
+    EXPECT_EQ(options.output, "out.ps");
+}
+
+TEST(Options, TakeADashAsStandardOutput) {
+    EXPECT_EQ(Parsed({"in.pdf", "-"}).output, "-");
+    EXPECT_EQ(Parsed({"in.pdf", "-o", "-"}).output, "-");
+}
+
+TEST(Options, TakeNamesThatBeginWithADashBehindTwoDashes) {
+    const Options options = Parsed({"--", "-in.pdf", "-out.ps"});
+    EXPECT_EQ(options.input, "-in.pdf");
+    EXPECT_EQ(options.output, "-out.ps");
+}
+
+TEST(Options, TakeAnEmptyPassword) {
+    EXPECT_EQ(Parsed({"in.pdf", "--password="}).password, "");
+    EXPECT_EQ(Parsed({"in.pdf", "--password", ""}).password, "");
+}
+
+TEST(Options, LeaveTheOutputEmptyForInfo) {
+    const Options options = Parsed({"--info", "--json", "in.pdf"});
+    EXPECT_TRUE(options.info && options.json);
+    EXPECT_EQ(options.output, "");
+}
+
+TEST(Options, RefuseWhatMakesNoSense) {
+    EXPECT_TRUE(IsUsageError({}));
+    EXPECT_TRUE(IsUsageError({"--nonsense", "in.pdf"}));
+    EXPECT_TRUE(IsUsageError({"in.pdf", "a.ps", "b.ps"}));
+    EXPECT_TRUE(IsUsageError({"in.pdf", "a.ps", "-o", "b.ps"}));
+    EXPECT_TRUE(IsUsageError({"in.pdf", ""}));
+    EXPECT_TRUE(IsUsageError({"in.pdf", "-o", ""}));
+    EXPECT_TRUE(IsUsageError({"--info", "in.pdf", "out.ps"}));
+    EXPECT_TRUE(IsUsageError({"--json", "in.pdf"}));
+    EXPECT_TRUE(IsUsageError({"--page-size=a4", "in.pdf"}));
+    EXPECT_TRUE(IsUsageError({"--pages", "0", "in.pdf"}));
+    EXPECT_TRUE(IsUsageError({"--pages", "", "in.pdf"}));
+}
+
+TEST(Options, TellOfThemselves) {
+    const std::string help = std::get<Notice>(Parse({"--help"})).text;
+    for (const char* text :
+         {"INPUT", "OUTPUT", "-o", "--info", "--json", "--pages", "--password", "--page-size", "--keep-going",
+          "--quiet", "--filter-dir", "--version", "Exit status"}) {
+        EXPECT_THAT(help, HasSubstr(text));
+    }
+    EXPECT_THAT(std::get<Notice>(Parse({"--version"})).text, testing::MatchesRegex("zorvan [0-9.]+\n"));
+}
+
+TEST(DefaultOutput, TakesTheInputsNameAndFolder) {
+    EXPECT_EQ(DefaultOutput("dir.pdf/a.pdf"), "dir.pdf/a.ps");
+    EXPECT_EQ(DefaultOutput("A.PDF"), "A.ps");
+    EXPECT_EQ(DefaultOutput("ticket.jtf"), "ticket.jtf.ps");
+    EXPECT_EQ(DefaultOutput("a.ps"), "a.ps.ps");
+    EXPECT_EQ(DefaultOutput("x/.pdf"), "x/.pdf.ps");
+}
+
+}  // namespace
+}  // namespace zorvan::cli

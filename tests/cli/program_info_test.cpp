@@ -1,0 +1,68 @@
+// --info: what a conversion would give, without giving it.
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "tests/cli/program_run.h"
+#include "tests/cli/sample_pdf.h"
+#include "tests/cli/scratch_folder.h"
+
+namespace zorvan::cli {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class ProgramInfo : public testing::Test {
+protected:
+    std::string WritePdf(const std::vector<SamplePage>& pages) const {
+        return scratch_.Write("a.pdf", SamplePdf(pages));
+    }
+    // The number of bytes that the library hands out for the pages.
+    static std::string LibraryBytes(const std::string& pdf, const std::string& pages) {
+        return std::to_string(RunZorvan({"--page-size=none", "--pages", pages, pdf, "-"}).out.size());
+    }
+
+    ScratchFolder scratch_;
+};
+
+TEST_F(ProgramInfo, TellsPagesBoxesAndBytesAndWritesNoFile) {
+    const std::string pdf = WritePdf({{}, {"", "10 20 110 220.5", 90, 0}});
+    const RunResult run = RunZorvan({"--info", pdf});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.out, "Pages: 2\nPage 1: 0 0 200 300\nPage 2: 10 20 210.5 120\nOutput bytes: " +
+                           LibraryBytes(pdf, "1-") + "\n");
+    EXPECT_THAT(scratch_.Names(), ElementsAre("a.pdf"));
+}
+
+TEST_F(ProgramInfo, TellsTheSameAsJson) {
+    const std::string pdf = WritePdf({{}, {}, {}});
+    const RunResult run = RunZorvan({"--info", "--json", "--pages=2", pdf});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(
+        run.out,
+        R"({"file": ")" + pdf +
+            R"(", "pages": 3, "visibleBoxes": [{"page": 2, "box": [0, 0, 200, 300]}], "outputBytes": )" +
+            LibraryBytes(pdf, "2") + R"(, "error": null})" + "\n");
+}
+
+TEST_F(ProgramInfo, PassesARecordedErrorOn) {
+    const RunResult run = RunZorvan({"--info", "--json", WritePdf({OverlongPage()})});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_THAT(run.out, HasSubstr(R"("error": {"code": -4094, "text": ")"));
+    EXPECT_THAT(run.err, HasSubstr("warning: error -4094"));
+}
+
+TEST_F(ProgramInfo, EndsWithAPageThatFails) {
+    const std::string pdf = WritePdf({{}, BrokenPage()});
+    const RunResult run = RunZorvan({"--info", pdf});
+    EXPECT_EQ(run.exitCode, 5);
+    EXPECT_EQ(run.out, "");
+    const RunResult goingOn = RunZorvan({"--info", "--keep-going", pdf});
+    EXPECT_EQ(goingOn.exitCode, 3);
+    EXPECT_EQ(goingOn.out, "Pages: 2\nPage 1: 0 0 200 300\nOutput bytes: " + LibraryBytes(pdf, "1") + "\n");
+}
+
+}  // namespace
+}  // namespace zorvan::cli

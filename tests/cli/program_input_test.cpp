@@ -1,0 +1,137 @@
+// The program and its input: what it takes, what it refuses, and what it then leaves alone.
+#include <filesystem>
+#include <string>
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "tests/cli/program_run.h"
+#include "tests/cli/sample_pdf.h"
+#include "tests/cli/scratch_folder.h"
+
+namespace zorvan::cli {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+
+// Expects that `input` is refused with `exitCode` and a one-line message, and that the output of an earlier
+// run is still there with nothing beside it.
+void ExpectRefused(const std::string& input, int exitCode, const std::string& reason) {
+    const ScratchFolder out;
+    const std::string output = out.Write("out.ps", "earlier");
+    const RunResult run = RunZorvan({input, output});
+    EXPECT_EQ(run.exitCode, exitCode);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, MatchesRegex("zorvan: [^\n]*\n"));
+    EXPECT_THAT(run.err, HasSubstr(reason));
+    EXPECT_EQ(FileText(output), "earlier");
+    EXPECT_THAT(out.Names(), ElementsAre("out.ps"));
+}
+
+TEST(ProgramInput, MustBeThere) {
+    ExpectRefused("/no/such/file.pdf", 1, "/no/such/file.pdf: No such file or directory");
+}
+
+TEST(ProgramInput, MustNotBeAFolder) {
+    const ScratchFolder scratch;
+    ExpectRefused(scratch.Path(""), 1, "is a directory");
+}
+
+TEST(ProgramInput, MustNotBeEmpty) {
+    const ScratchFolder scratch;
+    ExpectRefused(scratch.Write("a.pdf", ""), 1, "is empty");
+}
+
+TEST(ProgramInput, MustNotBeAFifo) {
+    const ScratchFolder scratch;
+    ASSERT_EQ(::mkfifo(scratch.Path("a.pdf").c_str(), 0600), 0);
+    ExpectRefused(scratch.Path("a.pdf"), 1, "is not a regular file");
+}
+
+TEST(ProgramInput, MustBeAPdf) {
+    const ScratchFolder scratch;
+    ExpectRefused(scratch.Write("a.pdf", "plain text\n"), 1, "error -4069");
+    ExpectRefused(scratch.Write("b.pdf", "%PDF"), 1, "error -4069");
+}
+
+TEST(ProgramInput, MustBeReadable) {
+    const ScratchFolder scratch;
+    const std::string pdf = scratch.Write("a.pdf", SamplePdf(1));
+    ::chmod(pdf.c_str(), 0);
+    if (::access(pdf.c_str(), R_OK) == 0) {
+        GTEST_SKIP() << "this user may read every file";
+    }
+    ExpectRefused(pdf, 1, "Permission denied");
+}
+
+TEST(ProgramInput, MustHavePages) {
+    const ScratchFolder scratch;
+    ExpectRefused(scratch.Write("a.pdf", SamplePdf(0)), 1, "has no pages");
+}
+
+TEST(ProgramInput, IsNeverOverwritten) {
+    const ScratchFolder scratch;
+    const std::string text = SamplePdf(1);
+    const std::string pdf = scratch.Write("a.pdf", text);
+    std::filesystem::create_symlink("a.pdf", scratch.Path("link.ps"));
+    for (const char* output : {"a.pdf", "link.ps", "./a.pdf"}) {
+        const RunResult run = RunZorvan({pdf, scratch.Path(output)});
+        EXPECT_EQ(run.exitCode, 64) << output;
+        EXPECT_THAT(run.err, HasSubstr("never overwritten"));
+    }
+    EXPECT_EQ(FileText(pdf), text);
+}
+
+TEST(ProgramInput, MayHaveAPathLongerThanTheLibraryTakes) {
+    const ScratchFolder scratch;
+    const std::string folder = scratch.Path(std::string(150, 'a') + "/" + std::string(150, 'b'));
+    std::filesystem::create_directories(folder);
+    std::filesystem::rename(scratch.Write("a.pdf", SamplePdf(1)), folder + "/a.pdf");
+    EXPECT_EQ(RunZorvan({folder + "/a.pdf"}).exitCode, 0);
+    EXPECT_THAT(FileText(folder + "/a.ps"), HasSubstr("%%Page: 1 1"));
+}
+
+TEST(ProgramInput, HasItsNameMadePrintableInMessages) {
+    const RunResult run = RunZorvan({"no\nsuch\x1b.pdf"});
+    EXPECT_THAT(run.err, HasSubstr("no\\nsuch\\x1b.pdf"));
+}
+
+TEST(ProgramUsage, IsExplainedWithStatus64) {
+    const RunResult run = RunZorvan({"--nonsense"});
+    EXPECT_EQ(run.exitCode, 64);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, HasSubstr("zorvan --help"));
+}
+
+TEST(ProgramUsage, IsToldOnStandardOutputWhenAskedFor) {
+    const RunResult help = RunZorvan({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_EQ(help.err, "");
+    EXPECT_THAT(help.out, HasSubstr("--keep-going"));
+    EXPECT_EQ(RunZorvan({"--version"}).exitCode, 0);
+}
+
+TEST(ProgramCodecs, AreMissedWithTheLibrarysCode) {
+    const ScratchFolder scratch;
+    const std::string pdf = scratch.Write("a.pdf", SamplePdf(1));
+    const RunResult run = RunZorvan({"--filter-dir", scratch.Path("empty"), pdf});
+    EXPECT_EQ(run.exitCode, 5);
+    EXPECT_THAT(run.err, HasSubstr("error -4089"));
+    EXPECT_THAT(run.err, HasSubstr(scratch.Path("empty/")));
+    EXPECT_THAT(scratch.Names(), ElementsAre("a.pdf"));
+}
+
+TEST(ProgramCodecs, AreTakenFromAnotherFolder) {
+    const ScratchFolder scratch;
+    const std::filesystem::path program = ZORVAN_PROGRAM;
+    const std::string pdf = scratch.Write("a.pdf", SamplePdf(1));
+    std::filesystem::create_directory(scratch.Path("codecs"));
+    std::filesystem::copy_file(program.parent_path() / "Filter.dll", scratch.Path("codecs/Filter.dll"));
+    EXPECT_EQ(RunZorvan({"--filter-dir", scratch.Path("codecs"), pdf}).exitCode, 0);
+}
+
+}  // namespace
+}  // namespace zorvan::cli

@@ -1,0 +1,113 @@
+#!/usr/bin/python3
+# Runs the program over a collection of real and of damaged PDFs that the project does not carry.
+"""corpus_test.py --zorvan PROGRAM --folder FOLDER vector|open|hostile
+
+The collection is the folder that the environment names in ZORVAN_CORPUS; without it the test is skipped.
+
+  vector    the files of open/ that index.csv says need nothing but vector pages: compared page by page, as the
+            visual test does
+  open      the other files of open/: each ends by itself with an exit code of the program's own, within a minute
+            and a GiB, and Ghostscript has nothing to say about the PostScript
+  hostile   the files of hostile/: the same, but for Ghostscript
+"""
+import argparse
+import concurrent.futures
+import csv
+import os
+import pathlib
+import re
+import sys
+import tempfile
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tools"))
+import convert_and_compare  # noqa: E402  (found through the line above)
+import measure  # noqa: E402
+
+SKIPPED = 77
+OWN_CODES = range(6)
+SECONDS, BYTES = 60, 1 << 30
+SANITIZER = re.compile(r"(Address|Leak|UndefinedBehavior)Sanitizer|runtime error:")
+# A sanitizer's report ends the program with a code that is none of its own.
+REPORTS = {"ASAN_OPTIONS": "exitcode=99", "UBSAN_OPTIONS": "exitcode=99:print_stacktrace=1"}
+
+
+def index(folder):
+    with open(folder / "index.csv", encoding="utf-8", newline="") as file:
+        return list(csv.DictReader(file))
+
+
+def complaint(run):
+    """What is wrong about how a run ended; an empty text when nothing is."""
+    if run.timed_out:
+        return f"not done after {SECONDS} seconds"
+    if run.code not in OWN_CODES:
+        return f"ended with {measure.name_of_signal(run.code) or run.code}: {run.output[-1500:]}"
+    if SANITIZER.search(run.output):
+        return run.output[:1500]
+    if run.peak_bytes > BYTES:
+        return f"took {run.peak_bytes >> 20} MiB"
+    return ""
+
+
+def complaint_about_postscript(path):
+    """What Ghostscript has to say about the pages, which it runs without painting them."""
+    if not path.exists():
+        return ""
+    run = measure.run(["gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=nullpage", path], 4 * SECONDS)
+    return f"Ghostscript says: {run.output[:1500]}" if run.output or run.code else ""
+
+
+def is_well(zorvan, path, password, printed):
+    options = ["--password", password] if password else []
+    with tempfile.TemporaryDirectory() as folder:
+        output = pathlib.Path(folder) / "out.ps"
+        text = complaint(measure.run([zorvan, *options, path, "-o", output], SECONDS, REPORTS))
+        if not text and printed:
+            text = complaint_about_postscript(output)
+    if text:
+        print(f"{path}: {text}", flush=True)
+    return not text
+
+
+def run_all(jobs):
+    """Runs the jobs (functions without arguments) on all cores and tells how many of them came out well."""
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        results = list(pool.map(lambda job: job(), jobs))
+    print(f"{sum(results)} of {len(results)} files are well")
+    return 0 if results and all(results) else 1
+
+
+def vector_jobs(corpus, arguments):
+    for row in index(corpus):
+        if row["needs"] == "vector":
+            pdf = corpus / "open" / row["file"]
+            folder = arguments.folder / pdf.stem
+            yield lambda pdf=pdf, folder=folder: convert_and_compare.report(arguments.zorvan, pdf, folder)
+
+
+def other_jobs(corpus, arguments):
+    hostile = arguments.part == "hostile"
+    folder = corpus / arguments.part
+    for row in index(folder if hostile else corpus):
+        if row.get("needs") != "vector":
+            path = folder / row["file"]
+            yield lambda path=path, row=row: is_well(arguments.zorvan, path, row.get("password"), not hostile)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--zorvan", required=True)
+    parser.add_argument("--folder", required=True, type=pathlib.Path)
+    parser.add_argument("part", choices=["vector", "open", "hostile"])
+    arguments = parser.parse_args()
+    if not os.environ.get("ZORVAN_CORPUS"):
+        print("skipped: ZORVAN_CORPUS does not name a collection of files")
+        return SKIPPED
+    corpus = pathlib.Path(os.environ["ZORVAN_CORPUS"])
+    arguments.folder.mkdir(parents=True, exist_ok=True)
+    jobs = vector_jobs if arguments.part == "vector" else other_jobs
+    return run_all(list(jobs(corpus, arguments)))
+
+
+if __name__ == "__main__":
+    sys.exit(main())

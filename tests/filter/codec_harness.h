@@ -1,0 +1,85 @@
+// Drives codecs over strings: for the tests, the fuzz targets and the benchmarks.
+#ifndef TESTS_FILTER_CODEC_HARNESS_H
+#define TESTS_FILTER_CODEC_HARNESS_H
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <ostream>
+#include <random>
+#include <string>
+#include <string_view>
+
+#include "filter/codec.h"
+
+namespace zorvan::filter {
+
+// Every codec by its name in PostScript.
+struct CodecPair {
+    const char* name;
+    unsigned int encoder;
+    unsigned int decoder;
+};
+
+constexpr CodecPair kCodecs[] = {
+    {"Flate", FILTER_ENCODE_FLATE, FILTER_DECODE_FLATE},
+    {"LZW", FILTER_ENCODE_LZW, FILTER_DECODE_LZW},
+    {"RunLength", FILTER_ENCODE_RUNLENGTH, FILTER_DECODE_RUNLENGTH},
+    {"ASCII85", FILTER_ENCODE_ASCII85, FILTER_DECODE_ASCII85},
+    {"ASCIIHex", FILTER_ENCODE_ASCIIHEX, FILTER_DECODE_ASCIIHEX},
+};
+
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
+
+// What an encoder writes to. From call number `accepted` on, counted from 0, bytes are refused.
+struct Writer {
+    static int Write(const int* slot, const void* bytes, unsigned int count, unsigned int* written);
+
+    int slot = 0;
+    std::size_t accepted = kNoLimit;
+    std::size_t calls = 0;
+    bool wasGivenNothing = false;
+    std::string bytes;
+};
+
+// What a decoder reads from.
+struct Reader {
+    static int Read(const int* slot, void* buffer, unsigned int wanted, unsigned int* read);
+
+    int slot = 0;
+    std::string_view rest;
+};
+
+Bytes AsBytes(std::string_view text);
+
+std::unique_ptr<Encoder> EncoderTo(Writer& writer, unsigned int code);
+std::unique_ptr<Decoder> DecoderFrom(Reader& reader, unsigned int code);
+
+// All of `data` as one piece, given to the encoder in chunks of so many bytes.
+std::string Encode(unsigned int code, std::string_view data, std::size_t chunk = kNoLimit);
+
+struct Decoded {
+    std::string bytes;
+    Progress progress = Progress::kMore;
+    bool operator==(const Decoded&) const = default;
+};
+// For the tests' messages.
+std::ostream& operator<<(std::ostream& stream, const Decoded& decoded);
+std::ostream& operator<<(std::ostream& stream, const CodecPair& codec);
+
+// All that comes out before the end or the damage, fetched in chunks of so many bytes into buffers of just
+// that size; what comes out beyond `limit` is not fetched.
+Decoded Decode(unsigned int code, std::string_view data, std::size_t chunk = 65536,
+               std::size_t limit = kNoLimit);
+// The same from a decoder that is there already.
+Decoded DecodeRest(Decoder& decoder, std::size_t chunk, std::size_t limit = kNoLimit);
+
+// Bytes of every degree of order, from all zeros to noise.
+enum class Kind { kZeros, kRuns, kText, kNoise };
+constexpr Kind kKinds[] = {Kind::kZeros, Kind::kRuns, Kind::kText, Kind::kNoise};
+std::string SampleBytes(Kind kind, std::size_t size, std::mt19937& random);
+
+}  // namespace zorvan::filter
+
+#endif

@@ -1,0 +1,186 @@
+// The module as its callers meet it: loaded by name, driven through its eight entry points.
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <vector>
+
+#include <dlfcn.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/filter/codec_harness.h"
+
+namespace zorvan::filter {
+namespace {
+
+using testing::UnorderedElementsAre;
+
+class Module : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_NE(handle_, nullptr) << dlerror(); }
+
+    template <typename Function>
+    Function Find(const char* name) const {
+        return reinterpret_cast<Function>(dlsym(handle_.get(), name));
+    }
+
+private:
+    struct Close {
+        void operator()(void* handle) const { dlclose(handle); }
+    };
+    std::unique_ptr<void, Close> handle_{dlopen(FILTER_MODULE, RTLD_NOW | RTLD_LOCAL)};
+
+protected:
+    const CreateEncoderFunction createEncoder = Find<CreateEncoderFunction>("CreateEncoder");
+    const EncodeDataFunction encodeData = Find<EncodeDataFunction>("EncodeData");
+    const EncodeEodFunction encodeEod = Find<EncodeEodFunction>("Encode_EOD");
+    const FlushFunction flush = Find<FlushFunction>("Flush");
+    const DestroyEncoderFunction destroyEncoder = Find<DestroyEncoderFunction>("DestroyEncoder");
+    const CreateDecoderFunction createDecoder = Find<CreateDecoderFunction>("CreateDecoder");
+    const DecodeDataFunction decodeData = Find<DecodeDataFunction>("DecodeData");
+    const DestroyDecoderFunction destroyDecoder = Find<DestroyDecoderFunction>("DestroyDecoder");
+};
+
+TEST_F(Module, EncodesAndDecodesThroughItsEntryPoints) {
+    for (unsigned int code = FILTER_ENCODE_FLATE; code <= FILTER_ENCODE_ASCIIHEX; code += 2) {
+        Writer writer;
+        void* const encoder = createEncoder(code, nullptr, &writer.slot, Writer::Write);
+        ASSERT_NE(encoder, nullptr);
+        EXPECT_EQ(encodeData(encoder, "something", 9), 0);
+        EXPECT_EQ(flush(encoder), 0);
+        EXPECT_EQ(encodeEod(encoder), 0);
+        destroyEncoder(encoder);
+
+        Reader reader{0, writer.bytes};
+        const auto hint = static_cast<unsigned int>(writer.bytes.size() << 8U);
+        void* const decoder = createDecoder((code + 1) | hint, nullptr, &reader.slot, Reader::Read);
+        ASSERT_NE(decoder, nullptr);
+        std::array<char, 100> buffer{};
+        auto size = static_cast<unsigned int>(buffer.size());
+        EXPECT_EQ(decodeData(decoder, buffer.data(), &size), 0);
+        EXPECT_EQ(std::string(buffer.data(), size), "something");
+        size = static_cast<unsigned int>(buffer.size());
+        EXPECT_EQ(decodeData(decoder, buffer.data(), &size), 0);
+        EXPECT_EQ(size, 0U);
+        destroyDecoder(decoder);
+    }
+}
+
+TEST_F(Module, TellsDamageAndRefusalByMinusOne) {
+    Reader reader{0, "9jqo^9v"};
+    void* const decoder = createDecoder(FILTER_DECODE_ASCII85, nullptr, &reader.slot, Reader::Read);
+    std::array<char, 100> buffer{};
+    for (const unsigned int valid : {4U, 0U, 0U}) {
+        auto size = static_cast<unsigned int>(buffer.size());
+        EXPECT_EQ(decodeData(decoder, buffer.data(), &size), -1);
+        EXPECT_EQ(size, valid);
+    }
+    destroyDecoder(decoder);
+
+    Writer writer;
+    writer.accepted = 0;
+    void* const encoder = createEncoder(FILTER_ENCODE_ASCII85, nullptr, &writer.slot, Writer::Write);
+    EXPECT_EQ(encodeData(encoder, "something", 9), 0);
+    EXPECT_EQ(encodeEod(encoder), -1);
+    EXPECT_EQ(encodeData(encoder, "something", 9), -1);
+    EXPECT_EQ(encodeData(encoder, nullptr, 0), -1);
+    EXPECT_EQ(flush(encoder), -1);
+    EXPECT_EQ(writer.calls, 1U);
+    destroyEncoder(encoder);
+}
+
+TEST_F(Module, BearsNullPointers) {
+    Writer writer;
+    Reader reader{0, "41>"};
+    EXPECT_EQ(createEncoder(FILTER_ENCODE_ASCIIHEX, nullptr, &writer.slot, nullptr), nullptr);
+    EXPECT_EQ(createDecoder(FILTER_DECODE_ASCIIHEX, nullptr, &reader.slot, nullptr), nullptr);
+    unsigned int size = 10;
+    EXPECT_EQ(encodeData(nullptr, "a", 1), -1);
+    EXPECT_EQ(encodeEod(nullptr), -1);
+    EXPECT_EQ(flush(nullptr), -1);
+    EXPECT_EQ(decodeData(nullptr, &size, &size), -1);
+    EXPECT_EQ(size, 0U);
+    destroyEncoder(nullptr);
+    destroyDecoder(nullptr);
+
+    void* const encoder = createEncoder(FILTER_ENCODE_ASCIIHEX, nullptr, &writer.slot, Writer::Write);
+    EXPECT_EQ(encodeData(encoder, nullptr, 1), -1);
+    EXPECT_EQ(encodeData(encoder, nullptr, 0), 0);
+    destroyEncoder(encoder);
+    void* const decoder = createDecoder(FILTER_DECODE_ASCIIHEX, nullptr, &reader.slot, Reader::Read);
+    size = 10;
+    EXPECT_EQ(decodeData(decoder, nullptr, &size), -1);
+    EXPECT_EQ(decodeData(decoder, &size, nullptr), -1);
+    size = 0;
+    EXPECT_EQ(decodeData(decoder, nullptr, &size), 1);
+    destroyDecoder(decoder);
+}
+
+TEST_F(Module, MakesNothingForCodesThatItDoesNotKnow) {
+    Writer writer;
+    Reader reader;
+    for (const unsigned int code : {1U, 5U, 14U, 256U + FILTER_ENCODE_LZW}) {
+        EXPECT_EQ(createEncoder(code, nullptr, &writer.slot, Writer::Write), nullptr);
+    }
+    for (const unsigned int code : {0U, 4U, 15U}) {
+        EXPECT_EQ(createDecoder(code, nullptr, &reader.slot, Reader::Read), nullptr);
+    }
+}
+
+TEST_F(Module, WritesNothingWhenAnEncoderIsDestroyed) {
+    Writer writer;
+    void* const encoder = createEncoder(FILTER_ENCODE_ASCIIHEX, nullptr, &writer.slot, Writer::Write);
+    EXPECT_EQ(encodeData(encoder, "something", 9), 0);
+    destroyEncoder(encoder);
+    EXPECT_EQ(writer.calls, 0U);
+}
+
+int ThrowAtWrite(const int*, const void*, unsigned int, unsigned int*) {
+    throw std::runtime_error("write");
+}
+
+int ThrowAtRead(const int*, void*, unsigned int, unsigned int*) {
+    throw std::runtime_error("read");
+}
+
+TEST_F(Module, LetsNoExceptionThrough) {
+    void* const encoder = createEncoder(FILTER_ENCODE_LZW, nullptr, nullptr, ThrowAtWrite);
+    EXPECT_EQ(encodeEod(encoder), -1);
+    EXPECT_EQ(encodeEod(encoder), -1);
+    destroyEncoder(encoder);
+    void* const decoder = createDecoder(FILTER_DECODE_LZW, nullptr, nullptr, ThrowAtRead);
+    for (int i = 0; i < 2; ++i) {
+        std::array<char, 10> buffer{};
+        unsigned int size = 10;
+        EXPECT_EQ(decodeData(decoder, buffer.data(), &size), -1);
+        EXPECT_EQ(size, 0U);
+    }
+    destroyDecoder(decoder);
+}
+
+// The names in the dynamic symbol table that others can use.
+std::vector<std::string> ExportedNames() {
+    FILE* const pipe = popen("nm -D --defined-only '" FILTER_MODULE "'", "r");
+    std::string text;
+    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
+        text += static_cast<char>(c);
+    }
+    EXPECT_EQ(pclose(pipe), 0);
+    std::istringstream lines(text);
+    std::vector<std::string> names;
+    for (std::string address, type, name; lines >> address >> type >> name;) {
+        names.push_back(name);
+    }
+    return names;
+}
+
+TEST(ModuleFile, ExportsTheEightEntryPointsAndNothingElse) {
+    EXPECT_THAT(ExportedNames(),
+                UnorderedElementsAre("CreateEncoder", "EncodeData", "Encode_EOD", "Flush", "DestroyEncoder",
+                                     "CreateDecoder", "DecodeData", "DestroyDecoder"));
+}
+
+}  // namespace
+}  // namespace zorvan::filter
