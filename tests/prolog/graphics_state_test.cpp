@@ -1,8 +1,8 @@
 // The graphics state: lines, dashes, matrices, saving.
+#include <string>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <string>
 
 #include "prolog/prolog_job.h"
 
@@ -10,10 +10,12 @@ namespace zorvan::test {
 namespace {
 
 TEST(GraphicsState, BeginsAsPdfSays) {
-    EXPECT_EQ(Printed("currentlinewidth = currentlinecap = currentlinejoin = currentmiterlimit = currentdash == == "
-                      "currentoverprint = {currentpoint} stopped ="),
-              "1.0\n0\n0\n10.0\n0.0\n[]\nfalse\ntrue\n");
-    EXPECT_EQ(PrologJob().Page("7 w 1 J 2 j 3 M [1] 0 d 1 0 0 rg 0 1 0 RG")
+    EXPECT_EQ(
+        Printed("currentlinewidth = currentlinecap = currentlinejoin = currentmiterlimit = currentdash == == "
+                "currentoverprint = {currentpoint} stopped ="),
+        "1.0\n0\n0\n10.0\n0.0\n[]\nfalse\ntrue\n");
+    EXPECT_EQ(PrologJob()
+                  .Page("7 w 1 J 2 j 3 M [1] 0 d 1 0 0 rg 0 1 0 RG")
                   .Page("currentlinewidth = currentlinecap = currentdash == == sfc currentrgbcolor == == ==")
                   .Run()
                   .text,
@@ -21,9 +23,10 @@ TEST(GraphicsState, BeginsAsPdfSays) {
 }
 
 TEST(GraphicsState, TakesTheOperandsOfPdf) {
-    EXPECT_EQ(Printed("2.5 w 1 J 2 j 4 M 3 i [3 2 ] 1 d currentlinewidth = currentlinecap = currentlinejoin = "
-                      "currentmiterlimit = currentflat = currentdash == =="),
-              "2.5\n1\n2\n4.0\n3.0\n1.0\n[3 2]\n");
+    EXPECT_EQ(
+        Printed("2.5 w 1 J 2 j 4 M 3 i [3 2 ] 1 d currentlinewidth = currentlinecap = currentlinejoin = "
+                "currentmiterlimit = currentflat = currentdash == =="),
+        "2.5\n1\n2\n4.0\n3.0\n1.0\n[3 2]\n");
 }
 
 TEST(GraphicsState, TakesWholeNumbersWrittenAsReals) {
@@ -35,8 +38,10 @@ TEST(GraphicsState, KeepsWhatItHasWhenAnOperandIsOutOfRange) {
 }
 
 TEST(GraphicsState, TakesTheNearestValueWhereThereIsOne) {
-    EXPECT_EQ(Printed("-3 w currentlinewidth = 0.2 M currentmiterlimit = -4 M currentmiterlimit = 900 i -9 i count ="),
-              "3.0\n1.0\n1.0\n0\n");
+    EXPECT_EQ(
+        Printed(
+            "-3 w currentlinewidth = 0.2 M currentmiterlimit = -4 M currentmiterlimit = 900 i -9 i count ="),
+        "3.0\n1.0\n1.0\n0\n");
 }
 
 TEST(GraphicsState, RestoresTheDevicesFlatnessForZero) {
@@ -50,8 +55,9 @@ TEST(GraphicsState, DrawsSolidWhereADashCannotBe) {
 }
 
 TEST(GraphicsState, MovesANegativeDashPhaseIntoTheFirstPeriod) {
-    EXPECT_EQ(Printed("[1 2 ] -1 d currentdash == pop [1 2 3 ] -13 d currentdash == pop [] -1 d currentdash == =="),
-              "5.0\n11.0\n0.0\n[]\n");
+    EXPECT_EQ(
+        Printed("[1 2 ] -1 d currentdash == pop [1 2 3 ] -13 d currentdash == pop [] -1 d currentdash == =="),
+        "5.0\n11.0\n0.0\n[]\n");
 }
 
 TEST(Matrix, IsConcatenated) {
@@ -61,10 +67,13 @@ TEST(Matrix, IsConcatenated) {
     EXPECT_EQ(page.At(62, 62), kRed);
 }
 
-// Every operator that needs the inverse of the matrix, and all that the content paints afterwards, must live with it.
+// Every operator that needs the inverse of the matrix, and all that the content paints afterwards, must live
+// with it.
 TEST(Matrix, MayBeFlat) {
-    for (const std::string flat : {"0 0 0 0 5 5", "1 0 0 0 5 5", "0 0 1 0 5 5", "0 1 0 0 5 5", "2 1 4 2 5 5", "0 0 0 1 5 5"}) {
-        EXPECT_EQ(Printed("q " + flat + " cm 5 5 m 6 6 l 7 7 8 8 v 1 1 1 1 re currentpoint pop pop [3 1] 0 d S "
+    for (const std::string flat :
+         {"0 0 0 0 5 5", "1 0 0 0 5 5", "0 0 1 0 5 5", "0 1 0 0 5 5", "2 1 4 2 5 5", "0 0 0 1 5 5"}) {
+        EXPECT_EQ(Printed("q " + flat +
+                          " cm 5 5 m 6 6 l 7 7 8 8 v 1 1 1 1 re currentpoint pop pop [3 1] 0 d S "
                           "1 1 5 5 RC 5 5 5 5 re W f Q count = {1 1 idtransform pop pop} stopped ="),
                   "0\nfalse\n")
             << flat;
@@ -89,7 +98,8 @@ TEST(Matrix, PaintsNothingToSpeakOfWhenItIsTiny) {
 }
 
 TEST(Saving, TakesStateColorAndClipBack) {
-    const Picture page = Painted("1 0 0 rg q 0 0 1 rg 10 10 20 20 re W n 0 0 100 100 re f Q 60 60 20 20 re f");
+    const Picture page =
+        Painted("1 0 0 rg q 0 0 1 rg 10 10 20 20 re W n 0 0 100 100 re f Q 60 60 20 20 re f");
     EXPECT_EQ(page.At(20, 20), kBlue);
     EXPECT_EQ(page.At(70, 70), kRed);
     EXPECT_EQ(page.At(40, 40), kWhite);
@@ -98,11 +108,19 @@ TEST(Saving, TakesStateColorAndClipBack) {
 TEST(Saving, TakesColorsBackThatWereNamedButNotYetSet) {
     EXPECT_EQ(Painted("1 0 0 rg q 0 0 1 rg Q 10 10 20 20 re f").At(20, 20), kRed);
     EXPECT_EQ(Painted("q 0 0 1 rg 0 0 5 5 re f Q 10 10 20 20 re f").At(20, 20), kBlack);
-    EXPECT_EQ(Painted("1 0 0 rg 0 0 5 5 re f q 0 1 0 rg 0 0 5 5 re f 0 0 1 rg Q 10 10 20 20 re f").At(20, 20), kRed);
+    EXPECT_EQ(Painted("1 0 0 rg 0 0 5 5 re f q 0 1 0 rg 0 0 5 5 re f 0 0 1 rg Q 10 10 20 20 re f").At(20, 20),
+              kRed);
 }
 
 TEST(Saving, NestsDeeply) {
-    EXPECT_EQ(Printed("1 1 200 {q w} for 200 {Q} repeat currentlinewidth = count ="), "1.0\n0\n");
+    std::string content;
+    for (int depth = 1; depth <= 200; ++depth) {
+        content += std::to_string(depth) + " w q\n";
+    }
+    for (int depth = 1; depth <= 200; ++depth) {
+        content += "Q\n";
+    }
+    EXPECT_EQ(Printed(content + "currentlinewidth = count ="), "1.0\n0\n");
 }
 
 TEST(Marked, ContentLeavesItsOperandsNowhere) {
@@ -110,18 +128,20 @@ TEST(Marked, ContentLeavesItsOperandsNowhere) {
 }
 
 TEST(PostScriptString, IsRunAndMayChangeTheColor) {
-    EXPECT_EQ(Painted("1 0 0 rg 0 0 5 5 re f (0 0 1 setrgbcolor 60 60 5 5 rectfill) PS 10 10 20 20 re f").At(20, 20), kRed);
-    EXPECT_EQ(Printed("((ran\\)) =) PS"), "ran)\n");
+    EXPECT_EQ(Painted("1 0 0 rg 0 0 5 5 re f (0 0 1 setrgbcolor 60 60 5 5 rectfill) PS 10 10 20 20 re f")
+                  .At(20, 20),
+              kRed);
+    EXPECT_EQ(Printed("((ran) =) PS"), "ran\n");
 }
 
 TEST(Intent, TakesEveryNameAndKeepsTheStack) {
-    EXPECT_EQ(Printed("/Perceptual ri /Saturation ri /RelativeColorimetric ri /AbsoluteColorimetric ri /Other ri count ="),
+    EXPECT_EQ(Printed("/Perceptual ri /Saturation ri /RelativeColorimetric ri /AbsoluteColorimetric ri "
+                      "/Other ri count ="),
               "0\n");
 }
 
 TEST(Intent, AsksForColorimetricRenderingWhenTheNameIsUnknown) {
-    const std::string watched =
-        "/findcolorrendering {(asked for ) print = /Mine false} def\n";
+    const std::string watched = "/findcolorrendering {(asked for ) print = /Mine false} def\n";
     EXPECT_EQ(PrologJob().Before(watched).Page("/Saturation ri /Other ri").Run().text,
               "asked for Saturation\nasked for RelativeColorimetric\n");
 }

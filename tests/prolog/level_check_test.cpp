@@ -1,8 +1,8 @@
 // The check of the device's Language Level.
+#include <string>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <string>
 
 #include "prolog/prolog_job.h"
 
@@ -17,7 +17,7 @@ std::string Watched(const std::string& level) {
     return "/languagelevel " + level +
            " def\n"
            "/show {print} def\n"
-           "/findfont {(\\n[) print dup =string cvs print (]) print findfont} bind def\n"
+           "/findfont {(\\n[) print dup =string cvs print (]) print systemdict /findfont get exec} bind def\n"
            "/scalefont {( ) print dup =string cvs print ( ) print scalefont} bind def\n"
            "/moveto {(\\n) print moveto} bind def\n"
            "/initgraphics {(initgraphics) print initgraphics} bind def\n"
@@ -34,7 +34,8 @@ std::string NoticeAtLevel(const std::string& level) {
 TEST(LevelCheck, TellsHowToSetTheDriverToTheLevelOfTheDevice) {
     for (const std::string level : {"1", "2"}) {
         const std::string notice = NoticeAtLevel(level);
-        EXPECT_THAT(notice, HasSubstr("The printer driver must be configured for Language Level " + level + "."));
+        EXPECT_THAT(notice,
+                    HasSubstr("The printer driver must be configured for Language Level " + level + "."));
         EXPECT_THAT(notice, HasSubstr("set the PostScript Language Level to " + level));
         EXPECT_THAT(notice, HasSubstr("choose Level " + level + " only"));
         EXPECT_THAT(notice, HasSubstr("Windows"));
@@ -69,8 +70,8 @@ TEST(LevelCheck, LetsALevelThreeDevicePassWithoutATrace) {
 
 TEST(LevelCheck, ShowsItsNoticeOnThePage) {
     const std::string text = ScratchFolder() + "/notice.txt";
-    const Outcome outcome =
-        Interpret("-sDEVICE=txtwrite -sOutputFile=" + text, "/languagelevel 2 def\n" + std::string(StoredText(7003)));
+    const Outcome outcome = Interpret("-sDEVICE=txtwrite -sOutputFile=" + text,
+                                      "/languagelevel 2 def\n" + std::string(StoredText(7003)));
     ASSERT_EQ(outcome.status, 0) << outcome.text;
     EXPECT_THAT(RunCommand("cat " + text).text, HasSubstr("configured for Language Level 2."));
 }

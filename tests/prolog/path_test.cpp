@@ -1,8 +1,8 @@
 // Paths, painting and clipping.
+#include <string>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <string>
 
 #include "prolog/prolog_job.h"
 
@@ -22,28 +22,36 @@ TEST(Path, IsBuiltByTheOperatorsOfPdf) {
     EXPECT_EQ(PathOf("1 2 m 3 4 l 5 6 7 8 9 10 c h"), "1 2 m\n3 4 l\n5 6 7 8 9 10 c\nh\n");
 }
 
-TEST(Path, TakesTheCurrentPointAsFirstControlPointOfV) { EXPECT_EQ(PathOf("1 2 m 3 4 5 6 v"), "1 2 m\n1 2 3 4 5 6 c\n"); }
-
-TEST(Path, TakesTheEndPointAsSecondControlPointOfY) { EXPECT_EQ(PathOf("1 2 m 3 4 5 6 y"), "1 2 m\n3 4 5 6 5 6 c\n"); }
-
-TEST(Path, MakesAClosedRectangleAlsoOfNegativeSizes) {
-    EXPECT_EQ(PathOf("10 20 30 40 re"), "10 20 m\n40 20 l\n40 60 l\n10 60 l\nh\n10 20 m\n");
-    EXPECT_EQ(PathOf("10 20 -3 -4 re"), "10 20 m\n7 20 l\n7 16 l\n10 16 l\nh\n10 20 m\n");
+TEST(Path, TakesTheCurrentPointAsFirstControlPointOfV) {
+    EXPECT_EQ(PathOf("1 2 m 3 4 5 6 v"), "1 2 m\n1 2 3 4 5 6 c\n");
 }
 
-TEST(Path, IgnoresSegmentsBeforeTheFirstPoint) { EXPECT_EQ(PathOf("3 4 l 1 2 3 4 5 6 c 1 2 3 4 v 1 2 3 4 y 7 8 m 9 9 l"), "7 8 m\n9 9 l\n"); }
+TEST(Path, TakesTheEndPointAsSecondControlPointOfY) {
+    EXPECT_EQ(PathOf("1 2 m 3 4 5 6 y"), "1 2 m\n3 4 5 6 5 6 c\n");
+}
+
+TEST(Path, MakesAClosedRectangleAlsoOfNegativeSizes) {
+    EXPECT_EQ(PathOf("10 20 30 40 re"), "10 20 m\n40 20 l\n40 60 l\n10 60 l\nh\n");
+    EXPECT_EQ(PathOf("10 20 -3 -4 re"), "10 20 m\n7 20 l\n7 16 l\n10 16 l\nh\n");
+}
+
+TEST(Path, IgnoresSegmentsBeforeTheFirstPoint) {
+    EXPECT_EQ(PathOf("3 4 l 1 2 3 4 5 6 c 1 2 3 4 v 1 2 3 4 y 7 8 m 9 9 l"), "7 8 m\n9 9 l\n");
+}
 
 TEST(Path, LeavesNoOperandBehindWhenASegmentIsIgnored) {
     EXPECT_EQ(Printed("3 4 l 1 2 3 4 5 6 c 1 2 3 4 v count ="), "0\n");
 }
 
 TEST(Path, EndsWithEveryPaintingOperator) {
-    for (const std::string op : {"n", "f", "f*", "S", "s", "B", "B*", "b", "b*", "W n", "W f", "W* S", "W B", "W* b*"}) {
+    for (const std::string op :
+         {"n", "f", "f*", "S", "s", "B", "B*", "b", "b*", "W n", "W f", "W* S", "W B", "W* b*"}) {
         EXPECT_EQ(Printed("10 10 20 20 re " + op + " {currentpoint} stopped = count ="), "true\n0\n") << op;
     }
 }
 
-// Two squares, one inside the other, in the same direction: the inner one is a hole for the even-odd rule only.
+// Two squares, one inside the other, in the same direction: the inner one is a hole for the even-odd rule
+// only.
 constexpr std::string_view kNested = "1 0 0 rg 0 0 1 RG 6 w 10 10 60 60 re 30 30 20 20 re ";
 
 struct PaintCase {
@@ -90,7 +98,8 @@ TEST(Clip, TakesTheRuleThatItWasAskedFor) {
 
 TEST(Clip, FollowsThePaintOfTheSamePath) {
     for (const std::string op : {"f", "f*", "S", "B", "B*", "b", "b*", "s"}) {
-        const Picture page = Painted("0 0 1 rg 0 0 1 RG 10 10 20 20 re W " + op + " 1 0 0 rg 0 0 100 100 re f");
+        const Picture page =
+            Painted("0 0 1 rg 0 0 1 RG 10 10 20 20 re W " + op + " 1 0 0 rg 0 0 100 100 re f");
         EXPECT_EQ(page.At(20, 20), kRed) << op;
         EXPECT_EQ(page.At(40, 40), kWhite) << op;
     }

@@ -1,14 +1,15 @@
 // Patterns: prototypes, instances and colours made of them.
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "prolog/prolog_job.h"
 
 namespace zorvan::test {
 namespace {
 
-std::string Tiling(const std::string& name, int paintType, const std::string& cell, const std::string& step = "10") {
+std::string Tiling(const std::string& name, int paintType, const std::string& cell,
+                   const std::string& step = "10") {
     return name + " <<\n/PatternType 1\n/PaintType " + std::to_string(paintType) +
            "\n/TilingType 1\n/BBox [0 0 10 10 ]\n/XStep " + step + "\n/YStep " + step +
            "\n/Matrix [1 0 0 1 0 0 ]\n/PaintProc {begin 10 dict begin save /gs {gsDI} def\n" +
@@ -16,7 +17,9 @@ std::string Tiling(const std::string& name, int paintType, const std::string& ce
            "\nrestore end end} bind >> /PatternPrototype defineRes pop\n";
 }
 
-std::string Made(const std::string& name) { return name + " " + name + " /PatternPrototype findRes makePat\n"; }
+std::string Made(const std::string& name) {
+    return name + " " + name + " /PatternPrototype findRes makePat\n";
+}
 
 /// A page with one pattern /N7, made, and this content.
 Picture WithPattern(const std::string& prototype, const std::string& content) {
@@ -33,9 +36,11 @@ TEST(ColoredPattern, PaintsItsCellInItsOwnColors) {
     EXPECT_EQ(page.At(7, 7), kWhite);
 }
 
+// The Q makes the cell set its colour anew, and the page's own is the very pattern that is being painted.
 TEST(ColoredPattern, BeginsInBlackWhateverThePageHad) {
     const Picture page =
-        WithPattern(Tiling("/N7", 1, kCorner), "1 0 0 rg 0 90 5 5 re f /Pattern cs " + kFillAll + "1 0 0 rg 70 70 5 5 re f");
+        WithPattern(Tiling("/N7", 1, "q\nQ\n" + kCorner),
+                    "1 0 0 rg 0 90 5 5 re f /Pattern cs " + kFillAll + "1 0 0 rg 70 70 5 5 re f");
     EXPECT_EQ(page.At(12, 12), kBlack);
     EXPECT_EQ(page.At(72, 72), kRed);
 }
@@ -62,29 +67,33 @@ TEST(ColoredPattern, MayFailInItsCell) {
 }
 
 TEST(UncoloredPattern, TakesTheColorOfItsSpace) {
-    const Picture page = WithPattern(Tiling("/N7", 2, "1 0 0 rg\n" + kCorner), "[/Pattern DefaultRGB ] cs 0 0 1 " + kFillAll);
+    const Picture page =
+        WithPattern(Tiling("/N7", 2, "1 0 0 rg\n" + kCorner), "[/Pattern DefaultRGB ] cs 0 0 1 " + kFillAll);
     EXPECT_EQ(page.At(12, 12), kBlue);
     EXPECT_EQ(page.At(17, 17), kWhite);
 }
 
 TEST(UncoloredPattern, TakesTheLastColorWhenItsSpaceHasNone) {
-    const Picture page =
-        WithPattern(Tiling("/N7", 2, "1 0 0 rg\n" + kCorner), "0 1 0 rg /Pattern cs " + kFillAll + "0 0 1 rg 70 70 5 5 re f");
+    const Picture page = WithPattern(Tiling("/N7", 2, "1 0 0 rg\n" + kCorner),
+                                     "0 1 0 rg /Pattern cs " + kFillAll + "0 0 1 rg 70 70 5 5 re f");
     EXPECT_EQ(page.At(12, 12), kGreen);
     EXPECT_EQ(page.At(72, 72), kBlue);
 }
 
 TEST(UncoloredPattern, LeavesTheColorOperatorsWorkingAfterwards) {
-    const Picture page = WithPattern(Tiling("/N7", 2, kCorner),
-                                     "0 1 0 rg /Pattern cs " + kFillAll + "q 0 0 1 rg 70 70 5 5 re f Q 1 0 0 RG 5 w 70 90 m 90 90 l S");
+    const Picture page = WithPattern(
+        Tiling("/N7", 2, kCorner),
+        "0 1 0 rg /Pattern cs " + kFillAll + "q 0 0 1 rg 70 70 5 5 re f Q 1 0 0 RG 5 w 70 90 m 90 90 l S");
     EXPECT_EQ(page.At(72, 72), kBlue);
     EXPECT_EQ(page.At(80, 90), kRed);
 }
 
 TEST(ShadingPattern, PaintsItsShading) {
     const std::string prototype =
-        "/N7 <<\n/PatternType 2\n/Shading <</ShadingType 2\n/ColorSpace DefaultRGB \n/Coords [0 0 60 0 ]\n/Function << "
-        "/FunctionType 2 /Domain [0 1] /C0 [1 0 0] /C1 [0 0 1] /N 1 >>\n>>\n/Matrix [1 0 0 1 0 0]\n>> /PatternPrototype defineRes pop\n";
+        "/N7 <<\n/PatternType 2\n/Shading <</ShadingType 2\n/ColorSpace DefaultRGB \n/Coords [0 0 60 0 "
+        "]\n/Function << "
+        "/FunctionType 2 /Domain [0 1] /C0 [1 0 0] /C1 [0 0 1] /N 1 >>\n>>\n/Matrix [1 0 0 1 0 0]\n>> "
+        "/PatternPrototype defineRes pop\n";
     const Picture page = WithPattern(prototype, "/Pattern cs " + kFillAll + "0 1 0 rg 70 70 5 5 re f");
     EXPECT_GT(page.At(5, 5).at(0), 200);
     EXPECT_GT(page.At(55, 5).at(2), 200);
@@ -100,7 +109,8 @@ TEST(Pattern, AppliesItsMatrixToTheOneInForce) {
 }
 
 TEST(Pattern, ThatTheDeviceRefusesPaintsNothing) {
-    const Picture page = WithPattern(Tiling("/N7", 1, kCorner, "0"), "/Pattern cs " + kFillAll + "0 0 1 rg 70 70 5 5 re f");
+    const Picture page =
+        WithPattern(Tiling("/N7", 1, kCorner, "0"), "/Pattern cs " + kFillAll + "0 0 1 rg 70 70 5 5 re f");
     EXPECT_EQ(page.At(2, 2), kWhite);
     EXPECT_EQ(page.At(72, 72), kBlue);
 }

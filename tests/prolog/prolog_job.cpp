@@ -1,9 +1,6 @@
 // Writing the document's fixed lines and running the interpreter.
 #include "prolog/prolog_job.h"
 
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -11,6 +8,9 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include "ps/prolog_data.h"
 
@@ -36,8 +36,7 @@ constexpr std::string_view kEndOfSetup = "PDFVars/TermAll get exec end end\n%%En
 constexpr std::string_view kPageBegin =
     "%%BeginPageSetup\nuserdict /pgsave save put\nPDFVars begin PDF begin PDFVars/InitAll get exec\n";
 
-constexpr std::string_view kPageContent =
-    "%%EndPageSetup\n0.000000 0.000000 100.000000 100.000000 RC\n";
+constexpr std::string_view kPageContent = "%%EndPageSetup\n0.000000 0.000000 100.000000 100.000000 RC\n";
 
 constexpr std::string_view kPageEnd =
     "PDFVars/TermAll get exec end end\nuserdict /pgsave get restore\nshowpage\n%%PageTrailer\n%%EndPage\n";
@@ -123,7 +122,10 @@ Picture::Picture(const std::string& path) {
         }
     }
     while (anyMap && file >> word && word != "ENDHDR") {
-        int* value = word == "WIDTH" ? &width_ : word == "HEIGHT" ? &height_ : word == "DEPTH" ? &components_ : nullptr;
+        int* value = word == "WIDTH"    ? &width_
+                     : word == "HEIGHT" ? &height_
+                     : word == "DEPTH"  ? &components_
+                                        : nullptr;
         if (value != nullptr) {
             file >> *value;
         } else {
@@ -138,11 +140,11 @@ Picture::Picture(const std::string& path) {
 }
 
 std::vector<int> Picture::At(int x, int y) const {
-    const int at = ((height_ - 1 - y) * width_ + x) * components_;
-    std::vector<int> color;
-    for (int i = 0; i < components_; ++i) {
-        color.push_back(static_cast<unsigned char>(samples_.at(static_cast<std::size_t>(at + i))));
-    }
+    const int row = height_ - 1 - y;
+    const auto at = static_cast<std::size_t>(row * width_ + x) * static_cast<std::size_t>(components_);
+    const std::string pixel = samples_.substr(at, static_cast<std::size_t>(components_));
+    std::vector<int> color(pixel.size());
+    std::ranges::transform(pixel, color.begin(), [](char each) { return static_cast<unsigned char>(each); });
     return color;
 }
 
@@ -181,7 +183,9 @@ std::string PrologJob::Text() const {
     return text.str();
 }
 
-Outcome PrologJob::Run() const { return Interpret("-sDEVICE=nullpage", Text()); }
+Outcome PrologJob::Run() const {
+    return Interpret("-sDEVICE=nullpage", Text());
+}
 
 std::vector<Picture> PrologJob::Paint(const std::string& device) const {
     const std::string name = ScratchFolder() + "/page";

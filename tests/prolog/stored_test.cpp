@@ -1,12 +1,12 @@
 // The stored bytes of the prolog and the step that makes them.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <sstream>
 #include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "prolog/prolog_job.h"
 #include "ps/prolog_data.h"
@@ -14,7 +14,9 @@
 namespace zorvan::test {
 namespace {
 
-std::string Stored(const PrologResource& resource) { return std::string(StoredText(resource.id)); }
+std::string Stored(const PrologResource& resource) {
+    return std::string(StoredText(resource.id));
+}
 
 std::vector<std::string> Lines(const std::string& text) {
     std::istringstream stream(text);
@@ -25,8 +27,8 @@ std::vector<std::string> Lines(const std::string& text) {
     return lines;
 }
 
-std::string StoreCommand(const std::string& sources, const std::string& output) {
-    return std::string(PYTHON) + " " + STORE_PROLOG + " " + sources + " " + output;
+Outcome Store(const std::string& sources, const std::string& output) {
+    return RunCommand(std::string(PYTHON) + " " + STORE_PROLOG + " " + sources + " " + output);
 }
 
 std::string FileText(const std::filesystem::path& path) {
@@ -36,8 +38,9 @@ std::string FileText(const std::filesystem::path& path) {
 
 /// A copy of the sources in which one file has been replaced.
 std::string SourcesWith(const std::string& name, const std::string& text) {
-    const std::string folder = ScratchFolder() + "/sources";
-    std::filesystem::copy(PROLOG_SOURCES, folder, std::filesystem::copy_options::overwrite_existing);
+    std::string folder = ScratchFolder() + "/sources";
+    using Options = std::filesystem::copy_options;
+    std::filesystem::copy(PROLOG_SOURCES, folder, Options::recursive | Options::overwrite_existing);
     std::ofstream(folder + "/" + name, std::ios::binary) << text;
     return folder;
 }
@@ -52,9 +55,9 @@ TEST(StoredProlog, HoldsTheNineResourcesInTheOrderOfTheirNumbers) {
 
 TEST(StoredProlog, OpensEachResourceWithItsTitleAndClosesIt) {
     const std::map<unsigned, std::string> titles{
-        {7003, "l3check"},         {7004, "procset pdfvars"}, {7005, "procset pdfutil"},
-        {7006, "procset pdf"},     {7007, "procset pdflev3"}, {7008, "procset pdftext"},
-        {7010, "pdfimage.prc"},    {7012, "procset spots"},
+        {7003, "l3check"},      {7004, "procset pdfvars"}, {7005, "procset pdfutil"},
+        {7006, "procset pdf"},  {7007, "procset pdflev3"}, {7008, "procset pdftext"},
+        {7010, "pdfimage.prc"}, {7012, "procset spots"},
     };
     for (const auto& [identifier, title] : titles) {
         const std::string text(StoredText(identifier));
@@ -97,8 +100,8 @@ TEST(StoredProlog, IsUnderSixtyFourKilobytesInAll) {
 TEST(StoredProlog, TurnsOutTheSameOnEveryRun) {
     const std::string first = ScratchFolder() + "/first";
     const std::string second = ScratchFolder() + "/second";
-    ASSERT_EQ(RunCommand(StoreCommand(PROLOG_SOURCES, first)).status, 0);
-    ASSERT_EQ(RunCommand(StoreCommand(PROLOG_SOURCES, second)).status, 0);
+    ASSERT_EQ(Store(PROLOG_SOURCES, first).text, "");
+    ASSERT_EQ(Store(PROLOG_SOURCES, second).text, "");
     for (const auto& entry : std::filesystem::directory_iterator(first)) {
         EXPECT_EQ(FileText(entry.path()), FileText(second / entry.path().filename())) << entry.path();
     }
@@ -118,7 +121,7 @@ TEST(StoreProlog, LeavesThePercentSignsOfStringsAlone) {
                                             "  % lines) 1 % gone\n"
                                             "%%EndResource\n");
     const std::string output = ScratchFolder() + "/strings";
-    ASSERT_EQ(RunCommand(StoreCommand(sources, output)).status, 0);
+    ASSERT_EQ(Store(sources, output).text, "");
     EXPECT_EQ(FileText(output + "/7012.ps"),
               "%%BeginResource: procset spots\r\n"
               "(a % b \\) % c (d) %)\r\n"
@@ -130,8 +133,12 @@ TEST(StoreProlog, LeavesThePercentSignsOfStringsAlone) {
 
 TEST(StoreProlog, RefusesAStringWithoutAnEndAndALineTooLongForDsc) {
     const std::string output = ScratchFolder() + "/refused";
-    EXPECT_NE(RunCommand(StoreCommand(SourcesWith("spots.ps", "(open\n"), output)).status, 0);
-    EXPECT_NE(RunCommand(StoreCommand(SourcesWith("spots.ps", std::string(256, 'x') + "\n"), output)).status, 0);
+    const Outcome open = Store(SourcesWith("spots.ps", "(open\n"), output);
+    EXPECT_NE(open.status, 0);
+    EXPECT_THAT(open.text, testing::HasSubstr("spots.ps: string without an end"));
+    const Outcome longLine = Store(SourcesWith("spots.ps", "1\n" + std::string(256, 'x') + "\n"), output);
+    EXPECT_NE(longLine.status, 0);
+    EXPECT_THAT(longLine.text, testing::HasSubstr("spots.ps:2: line of 256 characters"));
 }
 
 }  // namespace

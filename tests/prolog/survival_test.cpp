@@ -1,9 +1,9 @@
 // What must neither stop the job nor shift the next page.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "prolog/prolog_job.h"
 
@@ -29,22 +29,27 @@ void ExpectNextPageUntouched(const std::string& hostile) {
     EXPECT_EQ(pages.at(2).At(5, 5), kWhite) << hostile;
 }
 
-TEST(Survival, EndsAPageWhoseSavesAreStillOpen) { ExpectNextPageUntouched("q 2 0 0 2 0 0 cm q 1 0 0 1 5 5 cm q\n"); }
+TEST(Survival, EndsAPageWhoseSavesAreStillOpen) {
+    ExpectNextPageUntouched("q 2 0 0 2 0 0 cm q 1 0 0 1 5 5 cm q\n");
+}
 
 TEST(Survival, PassesOverAQTooMany) {
     ExpectNextPageUntouched("Q Q q Q Q\n");
     EXPECT_EQ(Printed("q Q Q Q (on) = count ="), "on\n0\n");
 }
 
-TEST(Survival, DropsOperandsThatAPageHasLeft) { ExpectNextPageUntouched("1 (two) /three q 4 [5] null q true\n"); }
+TEST(Survival, DropsOperandsThatAPageHasLeft) {
+    ExpectNextPageUntouched("1 (two) /three q 4 [5] null q true\n");
+}
 
 TEST(Survival, ClosesDictionariesThatAPageHasLeftOpen) {
     ExpectNextPageUntouched("5 dict begin /f {} def q 5 dict begin /re {} def\n");
 }
 
 TEST(Survival, RestoresThroughOperandsAndDictionariesLeftSinceTheQ) {
-    EXPECT_EQ(Printed("count q 7 w 1 2 (x) 5 dict begin 3 Q count 1 sub = currentlinewidth = countdictstack ="),
-              "0\n1.0\n8\n");
+    EXPECT_EQ(
+        Printed("count q 7 w 1 2 (x) 5 dict begin 3 Q count 1 sub = currentlinewidth = countdictstack ="),
+        "0\n1.0\n8\n");
 }
 
 TEST(Survival, StartsNoRestoreWhenTheSaveObjectIsGone) {
@@ -64,9 +69,10 @@ TEST(Survival, PassesOverOperandsOfTheWrongType) {
 }
 
 TEST(Survival, PassesOverEmptyReferences) {
-    const std::string empty = " gs\n  cs\n  CS\n scn\n SCN\n sh\n EF\n setcolorspace\n setoverprint\n ri\n PS\n";
+    const std::string empty =
+        " gs\n  cs\n  CS\n scn\n SCN\n sh\n EF\n setcolorspace\n setoverprint\n ri\n PS\n";
     ExpectNextPageUntouched(empty + "q\n" + empty + "Q\n" + empty);
-    EXPECT_EQ(Printed("q " + empty + " count Q = count ="), "1\n0\n");
+    EXPECT_EQ(Printed("q " + empty + " count = Q count ="), "1\n0\n");
 }
 
 TEST(Survival, GoesOnAfterCoordinatesThatNoDeviceHas) {
@@ -77,9 +83,12 @@ TEST(Survival, GoesOnAfterCoordinatesThatNoDeviceHas) {
 }
 
 TEST(Survival, GoesOnAfterAPostScriptStringThatFails) {
-    ExpectNextPageUntouched("(1 0 div) PS (end end end end) PS 5 5 10 10 re f (stop) PS (exit) PS ({) PS (9 dict begin) PS\n");
-    EXPECT_EQ(Printed("(1 0 div) PS (end end end end end) PS (9 dict begin) PS countdictstack = PDFVars /Clip get ="),
-              "8\n0\n");
+    ExpectNextPageUntouched(
+        "(1 0 div) PS (end end end end) PS 5 5 10 10 re f (stop) PS (exit) PS ({) PS (9 dict begin) PS\n");
+    EXPECT_EQ(
+        Printed(
+            "(1 0 div) PS (end end end end end) PS (9 dict begin) PS countdictstack = PDFVars /Clip get ="),
+        "8\n0\n");
 }
 
 TEST(Survival, LeavesMatrixAndClipToWhoeverPlacesThePage) {
@@ -100,8 +109,9 @@ TEST(Survival, LeavesMatrixAndClipToWhoeverPlacesThePage) {
 
 TEST(Survival, CallsNoOperatorThatWouldUndoThePlacing) {
     const Outcome outcome = PrologJob()
-                                .Before("/initgraphics {(reset) =} def /initmatrix {(reset) =} def\n"
-                                        "/initclip {(reset) =} def /erasepage {(reset) =} def\n")
+                                .Before(
+                                    "/initgraphics {(reset) =} def /initmatrix {(reset) =} def\n"
+                                    "/initclip {(reset) =} def /erasepage {(reset) =} def\n")
                                 .Page(kSquare)
                                 .Run();
     EXPECT_EQ(outcome.text, "");
@@ -117,19 +127,25 @@ TEST(Survival, GivesAFormItsOwnSavesToBalance) {
     const std::string setup =
         "/N5 <<\n/FormType 1\n/BBox [0 0 100 100 ]\n/Matrix [1 0 0 1 0 0]\n/PaintProc {pop save {\n"
         "Q Q\nq\n0.5 0 0 0.5 0 0 cm\n1 2 (x) 5 dict begin\nq\n} exec restore} bind >> /Form defineRes pop\n";
-    EXPECT_EQ(PrologJob()
-                  .Page("q 3 w q 5 w /N5 /Form findRes EF currentlinewidth = count = Q currentlinewidth = Q count =", setup)
-                  .Run()
-                  .text,
-              "5.0\n2\n3.0\n0\n");
+    EXPECT_EQ(
+        PrologJob()
+            .Page(
+                "q 3 w q 5 w /N5 /Form findRes EF currentlinewidth = count = Q currentlinewidth = Q count =",
+                setup)
+            .Run()
+            .text,
+        "5.0\n2\n3.0\n0\n");
 }
 
 TEST(Survival, EndsAFormAtItsErrorAndGoesOnWithThePage) {
     const std::string setup =
         "/N5 <<\n/FormType 1\n/BBox [0 0 100 100 ]\n/Matrix [1 0 0 1 0 0]\n/PaintProc {pop save {\n"
-        "50 50 20 20 re\nf\nq\n5 dict begin\n9 w 2 0 0 2 0 0 cm\nnosuchoperator\n} exec restore} bind >> /Form defineRes pop\n";
+        "50 50 20 20 re\nf\nq\n5 dict begin\n9 w 2 0 0 2 0 0 cm\nnosuchoperator\n} exec restore} bind >> "
+        "/Form defineRes pop\n";
     const std::vector<Picture> pages =
-        PrologJob().Page("/N5 /Form findRes EF\n" + std::string(kSquare) + "/N5 /Form findRes EF\n", setup).Paint();
+        PrologJob()
+            .Page("/N5 /Form findRes EF\n" + std::string(kSquare) + "/N5 /Form findRes EF\n", setup)
+            .Paint();
     EXPECT_EQ(pages.at(0).At(60, 60), kRed);
     EXPECT_EQ(pages.at(0).At(15, 15), kRed);
     EXPECT_EQ(pages.at(0).At(35, 35), kWhite);
