@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <numeric>
 #include <string>
 
 #include "cli/failure.h"
@@ -26,7 +27,7 @@ unsigned ParsePage(std::string_view text, std::string_view range) {
 
 }  // namespace
 
-PageRanges::PageRanges(std::string_view text) : ranges_(), wholeDocument_(false) {
+PageRanges::PageRanges(std::string_view text) {
     for (;;) {
         const std::size_t comma = text.find(',');
         ranges_.push_back(ParseRange(text.substr(0, comma)));
@@ -55,10 +56,14 @@ PageRanges::Range PageRanges::ParseRange(std::string_view text) {
 
 std::vector<unsigned> PageRanges::Resolve(unsigned pageCount) const {
     std::vector<unsigned> pages;
+    if (ranges_.empty()) {
+        pages.resize(pageCount);
+        std::iota(pages.begin(), pages.end(), 1U);
+    }
     for (const Range& range : ranges_) {
         const unsigned last = range.last == kLastPage ? pageCount : range.last;
         const unsigned outside = std::max(range.first, last);
-        if (outside > pageCount && !wholeDocument_) {
+        if (outside > pageCount) {
             throw Failure(ExitCode::kUsage, "--pages: page " + std::to_string(outside) +
                                                 " is outside the document, which has " +
                                                 std::to_string(pageCount) + " page(s)");

@@ -19,16 +19,16 @@ public:
 
 private:
     struct Range {
-        unsigned first = 1;
-        unsigned last = kLastPage;
+        unsigned first;
+        unsigned last;
     };
     // Stands for the document's last page, whatever its number.
     static constexpr unsigned kLastPage = 0;
 
     static Range ParseRange(std::string_view text);
 
-    std::vector<Range> ranges_ = {Range{}};
-    bool wholeDocument_ = true;
+    // None stands for the whole document, which may have no pages.
+    std::vector<Range> ranges_;
 };
 
 }  // namespace zorvan::cli

@@ -30,6 +30,7 @@ struct Pipe {
 
 pid_t Start(const std::vector<std::string>& command, int out, int err, const std::function<void()>& prepare) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& argument : command) {
         arguments.push_back(const_cast<char*>(argument.c_str()));
     }
