@@ -76,6 +76,7 @@ Status Document::WritePage(std::uint32_t number) const {
     if (number == 0 || number > PageCount()) {
         return Status::kOk;
     }
+    CurrentRegistry().SetCurrentPage(number);
     return zorvan::WritePage(pages_[number - 1], RunContent);
 }
 

@@ -68,11 +68,7 @@ Status ContentInterpreter::SetIntent(const OperatorRow& row) {
 }
 
 Status ContentInterpreter::SkipInlineImage(const OperatorRow& /*row*/) {
-    const std::uint32_t entries = operands_.CountToMark();
-    if (entries != OperandStack::kNoMark) {
-        operands_.Drop(entries + 1);
-        --openMarks_;
-    }
+    operands_.DropToMark();
     rest_ = rest_.subspan(FindInlineImageEnd(rest_));
     return Status::kOk;
 }

@@ -91,6 +91,9 @@ void ContentInterpreter::AddStream(PdfObject reference) {
 }
 
 Status ContentInterpreter::Run() {
+    if (streams_.empty()) {
+        return Status::kOk;
+    }
     RETURN_IF_FAILED(WriteDefaultSpaces());
     for (const ContentStream& entry : streams_) {
         RETURN_IF_FAILED(InterpretStream(entry));
@@ -191,30 +194,15 @@ Status ContentInterpreter::PushNull(const OperatorRow& /*row*/) {
 }
 
 Status ContentInterpreter::PushMark(const OperatorRow& /*row*/) {
-    // Marks that are never closed count on: what is capped is how deep values can come to stand in each
-    // other.
-    if (++openMarks_ > limits::kObjectNesting) {
+    if (operands_.Marks() >= limits::kObjectNesting) {
         return Status::kScanTokenError;
     }
-    operands_.Push(OwnedObject(MakeMark()));
+    operands_.PushMark();
     return Status::kOk;
 }
 
-/// Replaces what stands above the nearest mark, and the mark, by what is made of it; false without a mark.
-bool ContentInterpreter::Close(PdfObject (*make)(std::span<const PdfObject>)) {
-    const std::uint32_t count = operands_.CountToMark();
-    if (count == OperandStack::kNoMark) {
-        return false;
-    }
-    OwnedObject made(make(operands_.Top(count)));
-    operands_.ForgetToMark(count);
-    operands_.Push(std::move(made));
-    --openMarks_;
-    return true;
-}
-
 Status ContentInterpreter::CloseArray(const OperatorRow& row) {
-    if (!Close(MakeArray)) {
+    if (!operands_.Close(MakeArray)) {
         operands_.Drop(1);
         operands_.Push(OwnedObject(MakeOperator(row.code)));
     }
@@ -222,7 +210,7 @@ Status ContentInterpreter::CloseArray(const OperatorRow& row) {
 }
 
 Status ContentInterpreter::CloseDictionary(const OperatorRow& row) {
-    if (!Close(MakeDictionary)) {
+    if (!operands_.Close(MakeDictionary)) {
         operands_.Clear();
         operands_.Push(OwnedObject(MakeOperator(row.code)));
     }

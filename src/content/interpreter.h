@@ -11,10 +11,10 @@
 
 #include "api/status.h"
 #include "content/color_state.h"
-#include "content/operand_stack.h"
 #include "content/resource_uses.h"
 #include "pdf/byte_scan.h"
 #include "pdf/object.h"
+#include "pdf/operand_stack.h"
 #include "ps/output.h"
 
 namespace zorvan {
@@ -29,7 +29,8 @@ public:
     /// is found.
     ContentInterpreter(const ResourceScope* scope, PdfObject contents, ContentKind kind);
 
-    /// Writes the default colour spaces and then every stream in order; the first failure ends it.
+    /// Writes the default colour spaces and then every stream in order; the first failure ends it. A content without
+    /// a stream writes nothing.
     Status Run();
 
 private:
@@ -92,7 +93,6 @@ private:
     Status PushMark(const OperatorRow& row);
     Status CloseArray(const OperatorRow& row);
     Status CloseDictionary(const OperatorRow& row);
-    bool Close(PdfObject (*make)(std::span<const PdfObject>));
 
     /// The resource of a name, or null: not in the scope, or absent from the registry.
     template <class Use>
@@ -116,7 +116,6 @@ private:
     const ResourceScope* scope_;
     Bytes rest_;  // of the stream being interpreted
     OutputPiece line_;
-    std::uint32_t openMarks_ = 0;
 };
 
 /// One operator: its code, what it needs, what handles it.

@@ -2,6 +2,7 @@
 #include "pdf/object.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 #include <unordered_map>
@@ -79,42 +80,34 @@ DictionarySlot* FindSlot(PdfObject dictionary, std::uint32_t key) {
     return slot == slots.end() ? nullptr : &*slot;
 }
 
-/// Tells where a pair goes while a dictionary is filled: the slot that has its key, else the first empty one.
-/// Small dictionaries are searched, large ones (100,000 pairs are real in hostile files) looked up.
-class SlotIndex {
-public:
-    explicit SlotIndex(std::span<const DictionarySlot> slots) : slots_(slots) {}
+/// Pairs of a dictionary up to which their keys are searched; beyond (100,000 are real in hostile files)
+/// looked up.
+constexpr std::size_t kSearchedPairs = 32;
 
-    std::uint32_t SlotFor(std::uint32_t key) {
-        const std::uint32_t found = Find(key);
-        if (found == used_ && key != 0) {
-            if (slots_.size() > kSearched) {
-                slotOfKey_.emplace(key, used_);
+/// The slot of each pair: the one that has its key already, else the first empty one. Key 0 marks an empty
+/// slot, so that the next pair overwrites such a pair, whatever its own key.
+void AssignSlots(std::span<const PdfObject> keysAndValues, std::span<std::uint32_t> slots) {
+    std::unordered_map<std::uint32_t, std::uint32_t, SeededHash> slotOfKey;
+    std::uint32_t used = 0;
+    for (std::size_t pair = 0; pair < slots.size(); ++pair) {
+        const std::uint32_t key = PayloadOf(keysAndValues[pair * 2]);
+        slots[pair] = used;
+        if (key == 0) {
+            continue;
+        }
+        if (slots.size() > kSearchedPairs) {
+            slots[pair] = slotOfKey.emplace(key, used).first->second;
+        } else {
+            for (std::size_t before = 0; before < pair; ++before) {
+                if (PayloadOf(keysAndValues[before * 2]) == key) {
+                    slots[pair] = slots[before];
+                    break;
+                }
             }
-            ++used_;
         }
-        return found;
+        used += slots[pair] == used ? 1U : 0U;
     }
-
-private:
-    static constexpr std::size_t kSearched = 32;
-
-    [[nodiscard]] std::uint32_t Find(std::uint32_t key) const {
-        if (slots_.size() > kSearched) {
-            const auto known = slotOfKey_.find(key);
-            return known == slotOfKey_.end() ? used_ : known->second;
-        }
-        std::uint32_t slot = 0;
-        while (slot < used_ && slots_[slot].key != key) {
-            ++slot;
-        }
-        return slot;
-    }
-
-    std::span<const DictionarySlot> slots_;
-    std::unordered_map<std::uint32_t, std::uint32_t, SeededHash> slotOfKey_;
-    std::uint32_t used_ = 0;
-};
+}
 
 /// Calls `visit` with every value inside the block of `object`.
 template <class Visit>
@@ -268,22 +261,22 @@ bool ArraySet(PdfObject array, std::uint32_t index, PdfObject value) {
 }
 
 PdfObject MakeDictionary(std::span<const PdfObject> keysAndValues) {
-    // A key may be any value: its payload counts, as a name's identifier does. Key 0 marks an empty slot, so
-    // such a pair is overwritten by the next pair, whatever that one's key.
-    const auto pairs = static_cast<std::uint32_t>(keysAndValues.size() / 2);
-    const PdfObject dictionary = NewDictionary(pairs);
+    // A key may be any value: its payload counts, as a name's identifier does. What can run out of memory
+    // comes first; from then on the values move, and nothing may fail.
+    const std::size_t pairs = keysAndValues.size() / 2;
+    std::array<std::uint32_t, kSearchedPairs> few{};
+    std::vector<std::uint32_t> many(pairs > few.size() ? pairs : 0);
+    const std::span<std::uint32_t> slotOfPair = many.empty() ? std::span(few).first(pairs) : std::span(many);
+    AssignSlots(keysAndValues, slotOfPair);
+    const PdfObject dictionary = NewDictionary(static_cast<std::uint32_t>(pairs));
     const auto slots = SlotsOf(DictionaryBlockOf(dictionary));
-    SlotIndex index(slots);
-    for (std::uint32_t pair = 0; pair < pairs; ++pair) {
-        const std::uint32_t key = PayloadOf(keysAndValues[std::size_t{pair} * 2]);
-        DictionarySlot& slot = slots[index.SlotFor(key)];
+    for (std::size_t pair = 0; pair < pairs; ++pair) {
+        DictionarySlot& slot = slots[slotOfPair[pair]];
         FreeObject(slot.value);
-        slot = {key, keysAndValues[std::size_t{pair} * 2 + 1]};
+        slot = {PayloadOf(keysAndValues[pair * 2]), keysAndValues[pair * 2 + 1]};
     }
-    for (const PdfObject& key : keysAndValues) {
-        if ((&key - keysAndValues.data()) % 2 == 0) {
-            FreeObject(key);  // an odd last value is among these
-        }
+    for (std::size_t i = 0; i < keysAndValues.size(); i += 2) {
+        FreeObject(keysAndValues[i]);  // the keys, and an odd last value
     }
     return dictionary;
 }

@@ -2,13 +2,13 @@
 #include "pdf/object_parser.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "api/current_job.h"
 #include "api/error_record.h"
 #include "pdf/byte_scan.h"
 #include "pdf/lexer.h"
 #include "pdf/name_table.h"
+#include "pdf/operand_stack.h"
 #include "pdf/operator_code.h"
 #include "pdf/pdf_file.h"
 #include "platform/limits.h"
@@ -26,9 +26,6 @@ class ObjectParser {
 public:
     ObjectParser(const PdfFile& file, std::uint32_t offset, StreamLengths lengths)
         : file_(file), position_(offset), lengths_(lengths) {}
-    ~ObjectParser() { std::ranges::for_each(stack_, FreeObject); }
-    ObjectParser(const ObjectParser&) = delete;
-    ObjectParser& operator=(const ObjectParser&) = delete;
 
     PdfObject Parse() {
         while (!done_) {
@@ -70,7 +67,8 @@ private:
     void Operate(std::uint32_t code) {
         switch (code) {
             case OperatorCode("obj"):
-                Drop(2);
+                stack_.Drop(2);
+                result_ = MakeNull();
                 return;
             case OperatorCode("R"):
                 PushReference();
@@ -94,7 +92,7 @@ private:
                 return;
             case OperatorCode("endobj"):
             case OperatorCode("startxref"):
-                EndWith(Pop());
+                EndWith(stack_.Pop());
                 return;
             case OperatorCode("stream"):
                 EndWithStream();
@@ -108,54 +106,30 @@ private:
     }
 
     void Push(OwnedObject value) {
-        stack_.push_back(value.Get());
-        result_ = value.Release();
+        result_ = value.Get();
+        stack_.Push(std::move(value));
     }
 
     void PushMark() {
-        if (++openMarks_ > limits::kObjectNesting) {
+        if (stack_.Marks() >= limits::kObjectNesting) {
             FailHere();
             return;
         }
-        Push(OwnedObject(MakeMark()));
-    }
-
-    OwnedObject Pop() {
-        if (stack_.empty()) {
-            return {};
-        }
-        OwnedObject top(stack_.back());
-        stack_.pop_back();
-        return top;
-    }
-
-    void Drop(int count) {
-        for (; count > 0; --count) {
-            Pop();
-        }
-        result_ = MakeNull();
+        stack_.PushMark();
+        result_ = MakeMark();
     }
 
     void PushReference() {
-        const OwnedObject generation = Pop();
-        const OwnedObject number = Pop();
+        const OwnedObject generation = stack_.Pop();
+        const OwnedObject number = stack_.Pop();
         Push(OwnedObject(
             MakeReference(PayloadOf(number.Get()), static_cast<std::uint16_t>(PayloadOf(generation.Get())))));
     }
 
-    /// Replaces what stands above the nearest mark, and the mark, by what is made of it. Nothing without a
-    /// mark.
     void Build(PdfObject (*make)(std::span<const PdfObject>)) {
-        const auto mark = std::find(stack_.rbegin(), stack_.rend(), MakeMark());
-        if (mark == stack_.rend()) {
-            return;
+        if (stack_.Close(make)) {
+            result_ = stack_.Top(1)[0];
         }
-        const auto first = static_cast<std::size_t>(stack_.rend() - mark);
-        const PdfObject built = make(std::span(stack_).subspan(first));
-        stack_.resize(first - 1);
-        stack_.push_back(built);
-        result_ = built;
-        --openMarks_;
     }
 
     void EndWith(OwnedObject value) {
@@ -165,7 +139,7 @@ private:
     }
 
     void EndWithStream() {
-        OwnedObject dictionary = Pop();
+        OwnedObject dictionary = stack_.Pop();
         if (StandsAt(file_.Bytes(), position_, "\r\n")) {
             position_ += 2;
         } else if (StandsAt(file_.Bytes(), position_, "\r") || StandsAt(file_.Bytes(), position_, "\n")) {
@@ -199,20 +173,20 @@ private:
         done_ = true;
     }
 
-    /// The last token or compound, which is the stack's top if it has a block.
+    /// The last token or compound: one with a block is the stack's top, unless it was used up.
     PdfObject TakeResult() {
-        if (HasBlock(result_) && !stack_.empty() && stack_.back() == result_) {
-            stack_.pop_back();
+        if (!HasBlock(result_)) {
+            return result_;
         }
-        return result_;
+        OwnedObject top = stack_.Pop();
+        return top.Get() == result_ ? top.Release() : MakeNull();
     }
 
     const PdfFile& file_;
     std::size_t position_;
     StreamLengths lengths_;
-    std::vector<PdfObject> stack_;
+    OperandStack stack_;  // the file's token stack: one a parse, so that nested parses share nothing
     PdfObject result_;
-    std::uint32_t openMarks_ = 0;
     bool done_ = false;
 };
 

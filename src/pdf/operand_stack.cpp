@@ -1,9 +1,20 @@
 // The rarer operations of the operand stack.
-#include "content/operand_stack.h"
+#include "pdf/operand_stack.h"
 
 #include <algorithm>
 
 namespace zorvan {
+
+void OperandStack::Grow() {
+    constexpr std::size_t kFirst = 128;
+    constexpr std::size_t kLeastStep = 4;
+    entries_.reserve(std::max({kFirst, entries_.size() + kLeastStep, entries_.size() * 2}));
+}
+
+void OperandStack::PushMark() {
+    marks_.push_back(Count());
+    Push(OwnedObject(MakeMark()));
+}
 
 OwnedObject OperandStack::Pop() {
     if (entries_.empty()) {
@@ -11,16 +22,26 @@ OwnedObject OperandStack::Pop() {
     }
     OwnedObject top(entries_.back());
     entries_.pop_back();
+    ForgetDroppedMarks();
     return top;
 }
 
-std::span<const PdfObject> OperandStack::Top(std::uint32_t count) const {
-    return std::span(entries_).last(std::min(count, Count()));
+bool OperandStack::Close(PdfObject (*make)(std::span<const PdfObject>)) {
+    if (marks_.empty()) {
+        return false;
+    }
+    const std::uint32_t mark = marks_.back();
+    // What is made takes over what stood above the mark; its place is the mark's.
+    entries_[mark] = make(std::span(entries_).subspan(mark + 1));
+    entries_.resize(mark + 1);
+    marks_.pop_back();
+    return true;
 }
 
-std::uint32_t OperandStack::CountToMark() const {
-    const auto mark = std::find(entries_.rbegin(), entries_.rend(), MakeMark());
-    return mark == entries_.rend() ? kNoMark : static_cast<std::uint32_t>(mark - entries_.rbegin());
+void OperandStack::DropToMark() {
+    if (!marks_.empty()) {
+        Drop(Count() - marks_.back());
+    }
 }
 
 }  // namespace zorvan

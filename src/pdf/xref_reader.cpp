@@ -146,10 +146,12 @@ std::size_t XrefReader::ReadSubsection(std::size_t position) {
         number = ReadDecimal(bytes_, start, position - start);
         position = SkipStructureBlanks(bytes_, position);
     }
+    // Above 32 bits a number is no object's; cut to there, counting on from it never comes round to 0.
+    const std::uint64_t first = std::min(heading[0], std::uint64_t{1} << 32U);
     const std::uint64_t room = (bytes_.size() - position) / kEntrySize;
     const std::uint64_t count = std::min(heading[1], room);
     for (std::uint64_t i = 0; i < count; ++i, position += kEntrySize) {
-        AddEntry(position, heading[0] + i);
+        AddEntry(position, first + i);
     }
     return position;
 }

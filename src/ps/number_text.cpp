@@ -21,8 +21,8 @@ bool ToMillionths(float magnitude, std::uint64_t& millionths) {
     constexpr unsigned kMantissaBits = 23;
     constexpr int kBias = 150;
     const auto bits = std::bit_cast<std::uint32_t>(magnitude);
-    if (magnitude >= 4294967296.0F) {
-        return false;
+    if (!(magnitude < 4294967296.0F)) {
+        return false;  // NaN is here, too
     }
     const auto exponentBits = static_cast<int>(bits >> kMantissaBits);
     const std::uint64_t fraction = bits & ((1U << kMantissaBits) - 1);

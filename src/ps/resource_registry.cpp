@@ -58,7 +58,10 @@ ResourceRegistry::Entry& ResourceRegistry::Append(ResourceCategory category, Res
     auto entry = std::make_unique<Entry>();
     entry->key = key;
     entry->firstPage = currentPage_;
-    list.entries.reserve(list.entries.size() + 1);
+    if (list.entries.size() == list.entries.capacity()) {
+        // Before the key is entered, which must not be left alone.
+        list.entries.reserve(list.entries.size() * 2 + 1);
+    }
     list.byKey.emplace(HashKey(key), entry.get());
     list.entries.push_back(std::move(entry));
     return *list.entries.back();

@@ -15,7 +15,6 @@ namespace {
 class Ghostscript : public testing::TestWithParam<CodecPair> {
 protected:
     void SetUp() override {
-        // NOLINTNEXTLINE(concurrency-mt-unsafe): the tests run on one thread
         if (std::system("gs --version >/dev/null 2>&1") != 0) {
             GTEST_SKIP() << "there is no Ghostscript";
         }
@@ -29,7 +28,6 @@ protected:
         const std::string command = "cd '" + folder_.string() +
                                     "' && gs -dSAFER -dBATCH -dNOPAUSE -q -sDEVICE=nullpage -c '" + program +
                                     "' <in >out";
-        // NOLINTNEXTLINE(concurrency-mt-unsafe): the tests run on one thread
         EXPECT_EQ(std::system(command.c_str()), 0);
         std::ifstream output(folder_ / "out", std::ios::binary);
         return {std::istreambuf_iterator<char>(output), {}};
