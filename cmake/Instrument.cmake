@@ -7,3 +7,7 @@ if(ZORVAN_COVERAGE)
   add_compile_options(--coverage)
   add_link_options(--coverage)
 endif()
+# A fuzzer steers by what its input reaches: the libraries under it must report that, too.
+if(ZORVAN_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -1,0 +1,57 @@
+// The job in which the reader's fuzz targets run, and any bytes as its current file.
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <span>
+#include <string>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "api/job.h"
+
+namespace zorvan::fuzz {
+
+/// Ends the run as a finding.
+inline void Require(bool condition) {
+    if (!condition) {
+        std::abort();
+    }
+}
+
+/// One input's file. The job stays from input to input; names and errors start afresh.
+class InputFile {
+public:
+    explicit InputFile(std::span<const std::uint8_t> bytes) {
+        JobContext& job = BegunJob();
+        job.names = NameTable();
+        job.names.Fill();
+        job.error = ErrorRecord();
+        static const int descriptor = memfd_create("input", 0);
+        Require(ftruncate(descriptor, static_cast<off_t>(bytes.size())) == 0);
+        Require(pwrite(descriptor, bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()));
+        job.file = std::make_unique<FileContext>(nullptr, nullptr, job.factories);
+        status_ = job.file->pdf.OpenPdfFile("/proc/self/fd/" + std::to_string(descriptor));
+    }
+    ~InputFile() { CurrentJob()->CloseFile(); }
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+
+    [[nodiscard]] Status Opened() const { return status_; }
+    [[nodiscard]] const PdfFile& File() const { return CurrentJob()->file->pdf; }
+    [[nodiscard]] std::size_t LiveBlocks() const { return CurrentJob()->allocations.LiveBlocks(); }
+
+private:
+    static JobContext& BegunJob() {
+        if (CurrentJob() == nullptr) {
+            Require(CreateJob() && CurrentJob()->Begin(FILTER_FOLDER) == Status::kOk);
+        }
+        return *CurrentJob();
+    }
+
+    Status status_ = Status::kOk;
+};
+
+}  // namespace zorvan::fuzz
