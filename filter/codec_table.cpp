@@ -27,6 +27,15 @@ constexpr std::array kRows = {
     Row{FILTER_ENCODE_ASCIIHEX, FILTER_DECODE_ASCIIHEX, NewHexEncoder, NewHexDecoder},
 };
 
+// Stands for what cannot be decoded, so that a null pointer has one meaning: memory is lacking.
+class DecoderOfNothing : public Decoder {
+public:
+    using Decoder::Decoder;
+
+private:
+    Progress DecodeBytes(Output& /*output*/) override { return Progress::kDamaged; }
+};
+
 }  // namespace
 
 std::unique_ptr<Encoder> NewEncoder(unsigned int code, const EncoderSetup& setup) {
@@ -44,7 +53,7 @@ std::unique_ptr<Decoder> NewDecoder(unsigned int code, const DecoderSetup& setup
             return row.newDecoder(setup);
         }
     }
-    return nullptr;
+    return NewCodec<DecoderOfNothing>(setup);
 }
 
 }  // namespace zorvan::filter

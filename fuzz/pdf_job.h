@@ -21,14 +21,27 @@ inline void Require(bool condition) {
     }
 }
 
-/// One input's file. The job stays from input to input; names and errors start afresh.
+/// The one job, begun with the first input. Names stay until they are many: to enter them all again costs
+/// more than most inputs.
+inline JobContext& BegunJob() {
+    constexpr std::uint32_t kManyNames = 50000;
+    if (CurrentJob() == nullptr) {
+        Require(CreateJob() && CurrentJob()->Begin(FILTER_FOLDER) == Status::kOk);
+    }
+    JobContext& job = *CurrentJob();
+    if (!job.names.PlainText(kManyNames).empty()) {
+        job.names = NameTable();
+        job.names.Fill();
+    }
+    job.error = ErrorRecord();
+    return job;
+}
+
+/// One input as the current file.
 class InputFile {
 public:
     explicit InputFile(std::span<const std::uint8_t> bytes) {
         JobContext& job = BegunJob();
-        job.names = NameTable();
-        job.names.Fill();
-        job.error = ErrorRecord();
         static const int descriptor = memfd_create("input", 0);
         Require(ftruncate(descriptor, static_cast<off_t>(bytes.size())) == 0);
         Require(pwrite(descriptor, bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()));
@@ -44,13 +57,6 @@ public:
     [[nodiscard]] std::size_t LiveBlocks() const { return CurrentJob()->allocations.LiveBlocks(); }
 
 private:
-    static JobContext& BegunJob() {
-        if (CurrentJob() == nullptr) {
-            Require(CreateJob() && CurrentJob()->Begin(FILTER_FOLDER) == Status::kOk);
-        }
-        return *CurrentJob();
-    }
-
     Status status_ = Status::kOk;
 };
 

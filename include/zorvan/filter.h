@@ -85,7 +85,8 @@ typedef void(ZORVAN_CALL* DestroyEncoderFunction)(void* encoder);
 /*
  * Makes a decoder. The low eight bits of `filter_code` are an odd filter code; the bits above hold the
  * length of the encoded data, modulo 2^24, as far as it is known: a hint, no limit. Result: the handle, or
- * null when the code is unknown, the parameters are unusable or memory is lacking.
+ * null when memory is lacking (or `read` is null). A decoder of an unknown code or with unusable parameters
+ * is made, too: all data is damaged to it.
  */
 typedef void*(ZORVAN_CALL* CreateDecoderFunction)(unsigned int filter_code, const void* parameters,
                                                   const int* slot, FilterReadFunction read);

@@ -3,7 +3,6 @@
 
 #include "api/current_job.h"
 #include "content/interpreter.h"
-#include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 #include "pdf/pdf_file.h"
 #include "ps/document_structure.h"
@@ -13,8 +12,8 @@
 namespace zorvan {
 namespace {
 
-Status RunContent(const Page& page) {
-    return ContentInterpreter(page.scope.get(), page.contents.Get(), ContentKind::kPage).Run();
+Status RunContent(const Page& page, PdfObject contents) {
+    return ContentInterpreter(page.scope.get(), contents, ContentKind::kPage).Run();
 }
 
 }  // namespace
@@ -23,7 +22,7 @@ void Document::BuildPageList() {
     const PdfFile& file = *CurrentPdfFile();
     // Recorded where it happened; the pages before it are the document.
     static_cast<void>(WalkPageTree(file, file.Pages(), *this));
-    scopesByReference_ = {};
+    scopesByOwner_ = {};
     lastInherited_ = nullptr;
     lastInheritedScope_ = nullptr;
 }
@@ -39,7 +38,6 @@ void Document::AddPage(const PageAttributes& attributes) {
     if (page.scope != nullptr) {
         page.scope->Register();
     }
-    page.contents = OwnedObject(CloneObject(DictGet(attributes.dictionary, names::kContents)));
     const Box visible = VisibleBox(page);
     boundingBox_ = pages_.empty() ? visible : UnitedBox(boundingBox_, visible);
     pages_.push_back(std::move(page));
@@ -47,25 +45,23 @@ void Document::AddPage(const PageAttributes& attributes) {
 
 std::shared_ptr<ResourceScope> Document::ScopeOf(const PageAttributes& attributes) {
     const PdfObject value = attributes.resources;
-    if (IsReference(value)) {
-        const std::uint64_t key = (std::uint64_t{value.payload} << 16U) | value.type;
-        std::shared_ptr<ResourceScope>& scope = scopesByReference_[key];
-        if (scope == nullptr) {
-            scope = std::make_shared<ResourceScope>(Resolved(value).Get());
-        }
-        return scope;
-    }
-    if (!Is(value, ObjectType::kDictionary)) {
+    if (!IsReference(value) && !Is(value, ObjectType::kDictionary)) {
         return nullptr;
     }
-    if (attributes.inheritedResources == nullptr) {
-        return std::make_shared<ResourceScope>(value);
+    if (attributes.inheritedResources != nullptr && !IsReference(value)) {
+        if (attributes.inheritedResources != lastInherited_) {
+            lastInheritedScope_ = std::make_shared<ResourceScope>(value);
+            lastInherited_ = attributes.inheritedResources;
+        }
+        return lastInheritedScope_;
     }
-    if (attributes.inheritedResources != lastInherited_) {
-        lastInheritedScope_ = std::make_shared<ResourceScope>(value);
-        lastInherited_ = attributes.inheritedResources;
+    // A direct dictionary belongs to its page, which the tree may name many times.
+    const PdfObject owner = IsReference(value) ? value : attributes.reference;
+    std::shared_ptr<ResourceScope>& scope = scopesByOwner_[ReferenceKey(owner.payload, owner.type)];
+    if (scope == nullptr) {
+        scope = std::make_shared<ResourceScope>(Resolved(value).Get());
     }
-    return lastInheritedScope_;
+    return scope;
 }
 
 Status Document::WriteHeaderAndProlog(const Prolog* prolog) const {

@@ -34,7 +34,7 @@ private:
     Box boundingBox_{};
     /// Pages that name the same dictionary share one scope: documents with one Resources for all pages are
     /// common.
-    std::unordered_map<std::uint64_t, std::shared_ptr<ResourceScope>, SeededHash> scopesByReference_;
+    std::unordered_map<std::uint64_t, std::shared_ptr<ResourceScope>, SeededHash> scopesByOwner_;
     std::shared_ptr<const OwnedObject> lastInherited_;
     std::shared_ptr<ResourceScope> lastInheritedScope_;
 };

@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <new>
+#include <stdexcept>
 
 #include "api/current_job.h"
 #include "api/resource_factories.h"
@@ -85,12 +86,14 @@ Status JobContext::OpenPath(const char* path) {
         return file->pdf.OpenPdfFile(path);
     } catch (const std::bad_alloc&) {
         return Fail(Status::kMemoryNotEnough);
+    } catch (const std::length_error&) {
+        return Fail(Status::kMemoryNotEnough);
     }
 }
 
 void JobContext::CloseFile() {
+    allocations.Clear();  // first, so that what the file holds of it need not be freed piece by piece
     file.reset();
-    allocations.Clear();
 }
 
 // --- the door ---

@@ -3,7 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <new>
 #include <vector>
+
+#include "platform/limits.h"
 
 namespace zorvan {
 
@@ -33,7 +36,13 @@ public:
     ColorStateStack() { states_.reserve(kFirstCapacity); }
 
     ColorState& Top() { return states_.back(); }
-    void Push() { states_.push_back(ColorState(states_.back())); }
+    /// Throws std::bad_alloc beyond the limit.
+    void Push() {
+        if (states_.size() >= limits::kSavedColorStates) {
+            throw std::bad_alloc();
+        }
+        states_.push_back(ColorState(states_.back()));
+    }
     /// Pops one record, but never the last one.
     void Pop() {
         if (states_.size() > 1) {

@@ -11,6 +11,7 @@
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 #include "pdf/operator_code.h"
+#include "pdf/pdf_file.h"
 #include "pdf/stream_reader.h"
 #include "platform/limits.h"
 #include "ps/resource_registry.h"
@@ -60,45 +61,31 @@ private:
 };
 
 ContentInterpreter::ContentInterpreter(const ResourceScope* scope, PdfObject contents, ContentKind kind)
-    : kind_(kind), scope_(scope) {
-    if (IsReference(contents)) {
-        const Resolved resolved(contents);
-        if (Is(resolved.Get(), ObjectType::kStream)) {
-            AddStream(contents);
-            return;
-        }
-        for (std::uint32_t i = 0; i < ArrayCount(resolved.Get()); ++i) {
-            AddStream(ArrayGet(resolved.Get(), i));
-        }
-        return;
-    }
-    if (Is(contents, ObjectType::kStream)) {
-        streams_.push_back({MakeNull(), OwnedObject(CloneObject(contents))});
-    }
-    for (std::uint32_t i = 0; i < ArrayCount(contents); ++i) {
-        AddStream(ArrayGet(contents, i));
-    }
-}
-
-void ContentInterpreter::AddStream(PdfObject reference) {
-    if (!IsReference(reference)) {
-        return;  // a direct element is passed over
-    }
-    OwnedObject stream(ResolveReference(*CurrentPdfFile(), reference));
-    if (Is(stream.Get(), ObjectType::kStream)) {
-        streams_.push_back({reference, std::move(stream)});
-    }
-}
+    : kind_(kind), scope_(scope), reference_(ReferenceOrNull(contents)), contents_(contents) {}
 
 Status ContentInterpreter::Run() {
-    if (streams_.empty()) {
-        return Status::kOk;
+    if (Is(contents_.Get(), ObjectType::kStream)) {
+        return RunStream(reference_, contents_.Get());
     }
-    RETURN_IF_FAILED(WriteDefaultSpaces());
-    for (const ContentStream& entry : streams_) {
-        RETURN_IF_FAILED(InterpretStream(entry));
+    for (std::uint32_t i = 0; i < ArrayCount(contents_.Get()); ++i) {
+        const PdfObject element = ArrayGet(contents_.Get(), i);
+        if (IsReference(element)) {  // a direct stream is passed over
+            const Resolved stream(element);
+            RETURN_IF_FAILED(RunStream(element, stream.Get()));
+        }
     }
     return Status::kOk;
+}
+
+Status ContentInterpreter::RunStream(PdfObject reference, PdfObject stream) {
+    if (!Is(stream, ObjectType::kStream)) {
+        return Status::kOk;
+    }
+    if (!begun_) {
+        begun_ = true;
+        RETURN_IF_FAILED(WriteDefaultSpaces());
+    }
+    return InterpretStream(reference, stream);
 }
 
 Status ContentInterpreter::WriteDefaultSpaces() {
@@ -114,10 +101,10 @@ Status ContentInterpreter::WriteDefaultSpaces() {
     return Status::kOk;
 }
 
-Status ContentInterpreter::InterpretStream(const ContentStream& entry) {
-    StreamReader reader(entry.stream.Get());
+Status ContentInterpreter::InterpretStream(PdfObject reference, PdfObject stream) {
+    StreamReader reader(stream);
     if (reader.IsCutShort()) {
-        RecordError(Status::kDataNotEnough, entry.reference);
+        RecordError(Status::kDataNotEnough, reference);
     }
     ByteBuffer decoded;
     Bytes data;
@@ -125,7 +112,7 @@ Status ContentInterpreter::InterpretStream(const ContentStream& entry) {
     if (reader.Filters().empty()) {
         reader.ReadChunk(data);  // all of it, in place in the mapped file
     } else {
-        read = DecodeWholeStream(reader, entry.reference, decoded);
+        read = DecodeWholeStream(reader, reference, decoded);
         data = decoded.Bytes();
     }
     // What a damaged stream holds up to its damage prints; one that is too large to be held does not.
@@ -133,7 +120,7 @@ Status ContentInterpreter::InterpretStream(const ContentStream& entry) {
         return read;
     }
     const Status status = InterpretBytes(data);
-    RecordError(status, entry.reference);
+    RecordError(status, reference);
     return status;
 }
 

@@ -7,13 +7,13 @@
 
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 #include "api/status.h"
 #include "content/color_state.h"
 #include "content/resource_uses.h"
 #include "pdf/byte_scan.h"
 #include "pdf/object.h"
+#include "pdf/object_parser.h"
 #include "pdf/operand_stack.h"
 #include "ps/output.h"
 
@@ -29,8 +29,8 @@ public:
     /// is found.
     ContentInterpreter(const ResourceScope* scope, PdfObject contents, ContentKind kind);
 
-    /// Writes the default colour spaces and then every stream in order; the first failure ends it. A content without
-    /// a stream writes nothing.
+    /// Writes the default colour spaces and then every stream in order; the first failure ends it. A content
+    /// without a stream writes nothing.
     Status Run();
 
 private:
@@ -38,14 +38,9 @@ private:
     class OperatorTable;
     using Handler = Status (ContentInterpreter::*)(const OperatorRow& row);
 
-    struct ContentStream {
-        PdfObject reference;
-        OwnedObject stream;
-    };
-
-    void AddStream(PdfObject reference);
+    Status RunStream(PdfObject reference, PdfObject stream);
     Status WriteDefaultSpaces();
-    Status InterpretStream(const ContentStream& entry);
+    Status InterpretStream(PdfObject reference, PdfObject stream);
     Status InterpretBytes(Bytes bytes);
     Status Operate(std::uint32_t code);
 
@@ -110,11 +105,13 @@ private:
     void AppendOperands(std::span<const PdfObject> operands);
 
     ContentKind kind_;
-    std::vector<ContentStream> streams_;
     OperandStack operands_;
     ColorStateStack colorStates_;
     const ResourceScope* scope_;
-    Bytes rest_;  // of the stream being interpreted
+    PdfObject reference_;  // of `contents_`, null when it is direct
+    Resolved contents_;
+    bool begun_ = false;  // a stream was met: the default spaces are written
+    Bytes rest_;          // of the stream being interpreted
     OutputPiece line_;
 };
 

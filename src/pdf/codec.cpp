@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 
 #include "api/current_job.h"
 #include "pdf/name_table.h"
@@ -137,6 +138,9 @@ bool Codec::CreateDecoderHandle() {
         const auto lengthHint = static_cast<unsigned int>(input_.size());
         handle_ = CurrentFilterLibrary().createDecoder((lengthHint << 8U) | row->decoderCode,
                                                        ParameterBlock(), &slot_, ReadInput);
+        if (handle_ == nullptr) {
+            throw std::bad_alloc();  // the one reason that making a decoder fails for
+        }
     }
     return handle_ != nullptr;
 }
@@ -152,13 +156,17 @@ bool Codec::CreateEncoderHandle() {
 
 int Codec::Decode(std::span<std::uint8_t> output, std::uint32_t& produced) {
     produced = 0;
-    if (!CreateDecoderHandle()) {
+    // What it pulls from is made here, too: inside the codec library's own call nothing may throw.
+    if ((upstream_ != nullptr && !upstream_->CreateDecoderHandle()) || !CreateDecoderHandle()) {
         return -1;
     }
     unsigned int size = static_cast<unsigned int>(
         std::min<std::size_t>(output.size(), std::numeric_limits<unsigned int>::max()));
     const int result = CurrentFilterLibrary().decodeData(handle_, output.data(), &size);
     produced = size;
+    if (result > 0 && produced == 0 && !output.empty()) {
+        return -1;  // a decoder that gets nowhere would be asked for ever
+    }
     // What upstream could not decode looks like an ordinary end of input from here.
     return result == 0 && upstreamState_ < 0 ? -1 : result;
 }

@@ -67,7 +67,7 @@ public:
     Codec& operator=(const Codec&) = delete;
 
     /// Decodes into `output`; the bytes stored are `produced`, with every result. 1: more may follow, 0: the
-    /// end, -1: the data is damaged, or the codec library has no such decoder.
+    /// end, -1: the data is damaged, or there is no such decoder. Throws std::bad_alloc.
     int Decode(std::span<std::uint8_t> output, std::uint32_t& produced);
 
     /// Encodes a piece; EndEncoding writes the end of the data. A failure is the sink's own status, or

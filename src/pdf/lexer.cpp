@@ -56,18 +56,18 @@ public:
     }
     void GiveBack() { --position_; }
     [[nodiscard]] std::uint32_t Position() const {
-        return std::min(position_, static_cast<std::uint32_t>(bytes_.size()));
+        return static_cast<std::uint32_t>(std::min(position_, bytes_.size()));
     }
     [[nodiscard]] std::span<const std::uint8_t> Rest() const { return bytes_.subspan(Position()); }
     /// The bytes from `start` to the cursor.
     [[nodiscard]] std::span<const std::uint8_t> Since(std::uint32_t start) const {
         return bytes_.subspan(start, Position() - start);
     }
-    void Advance(std::size_t count) { position_ += static_cast<std::uint32_t>(count); }
+    void Advance(std::size_t count) { position_ += count; }
 
 private:
     std::span<const std::uint8_t> bytes_;
-    std::uint32_t position_;
+    std::size_t position_;
 };
 
 void SkipComment(Cursor& cursor) {
@@ -81,7 +81,7 @@ void SkipComment(Cursor& cursor) {
 
 std::uint32_t ScanLiteralString(Cursor& cursor, PdfObject& token) {
     const std::uint32_t start = cursor.Position();
-    int depth = 1;
+    std::uint32_t depth = 1;
     while (!cursor.AtEnd()) {
         const std::uint8_t byte = cursor.Read();
         if (byte == '\\') {

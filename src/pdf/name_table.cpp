@@ -2,6 +2,9 @@
 #include "pdf/name_table.h"
 
 #include <algorithm>
+#include <new>
+
+#include "platform/limits.h"
 
 namespace zorvan {
 namespace {
@@ -47,6 +50,9 @@ std::uint32_t NameTable::InternName(std::string_view text) {
     const auto known = identifiers_.find(text);
     if (known != identifiers_.end()) {
         return known->second;
+    }
+    if (texts_.size() >= limits::kNames) {
+        throw std::bad_alloc();
     }
     const std::string_view kept = Keep(text);
     const auto identifier = static_cast<std::uint32_t>(texts_.size());

@@ -70,6 +70,10 @@ constexpr PdfObject MakeReference(std::uint32_t number, std::uint16_t generation
 constexpr bool IsReference(PdfObject object) {
     return object.tag != 0;
 }
+/// One number for a number and a generation, to look them up by.
+constexpr std::uint64_t ReferenceKey(std::uint32_t number, std::uint16_t generation) {
+    return (std::uint64_t{number} << 16U) | generation;
+}
 constexpr PdfObject StripTag(PdfObject object) {
     return {0, object.type, object.payload};
 }

@@ -2,10 +2,16 @@
 #include "pdf/operand_stack.h"
 
 #include <algorithm>
+#include <new>
+
+#include "platform/limits.h"
 
 namespace zorvan {
 
 void OperandStack::Grow() {
+    if (entries_.size() >= limits::kOperands) {
+        throw std::bad_alloc();
+    }
     constexpr std::size_t kFirst = 128;
     constexpr std::size_t kLeastStep = 4;
     entries_.reserve(std::max({kFirst, entries_.size() + kLeastStep, entries_.size() * 2}));

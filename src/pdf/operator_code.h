@@ -7,7 +7,7 @@
 namespace zorvan {
 
 /// Packs a keyword. Bytes count as signed, as in `code * 256 + byte`. Keywords that agree in their first four
-/// bytes are one operator, deliberately: "endobj" and "endstream" both end what they end.
+/// bytes are one operator, deliberately: "false" and "falsehood" are the same.
 constexpr std::uint32_t OperatorCode(std::string_view word) {
     std::uint32_t code = 0;
     for (const char letter : word.substr(0, 4)) {

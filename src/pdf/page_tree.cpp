@@ -27,9 +27,14 @@ struct Inherited {
     std::optional<std::int32_t> rotation;
 };
 
-/// Null values count as absent, as everywhere in the format.
+/// Null values count as absent, as everywhere in the format, and so do references to objects that do not
+/// exist.
+bool IsAbsent(PdfObject value) {
+    return IsNull(Resolved(value).Get());
+}
+
 bool Has(PdfObject dictionary, std::uint32_t key) {
-    return !IsNull(DictGet(dictionary, key));
+    return !IsAbsent(DictGet(dictionary, key));
 }
 
 void HandDown(SharedValue& value, PdfObject dictionary, std::uint32_t key) {
@@ -70,10 +75,10 @@ Box ReadBox(PdfObject value) {
 /// A bleed box wins over a crop box, on purpose: what is printed is trimmed later.
 Box PageBox(PdfObject page, const Inherited& inherited) {
     PdfObject value = OwnOrInherited(page, names::kBleedBox, inherited.bleedBox);
-    if (IsNull(value)) {
+    if (IsAbsent(value)) {
         value = OwnOrInherited(page, names::kCropBox, inherited.cropBox);
     }
-    return ReadBox(IsNull(value) ? OwnOrInherited(page, names::kMediaBox, inherited.mediaBox) : value);
+    return ReadBox(IsAbsent(value) ? OwnOrInherited(page, names::kMediaBox, inherited.mediaBox) : value);
 }
 
 std::int32_t Rotation(PdfObject page, const Inherited& inherited) {
@@ -134,13 +139,15 @@ private:
     };
 
     static std::uint64_t KeyOf(PdfObject reference) {
-        return (std::uint64_t{reference.payload} << 16U) | reference.type;
+        return ReferenceKey(reference.payload, reference.type);
     }
 
     Status Visit(PdfObject reference, const Inherited& inherited) {
         if (++visited_ > limits::kPageTreeNodes) {
-            path_.clear();
-            return Status::kOk;
+            return Fail(Status::kInvalidDataType, reference);
+        }
+        if (onPath_.contains(KeyOf(reference))) {
+            return Status::kOk;  // its own descendant: the branch ends, before it is read again
         }
         const OwnedObject node(ResolveReference(file_, reference));
         if (!Is(node.Get(), ObjectType::kDictionary)) {
@@ -164,14 +171,15 @@ private:
     }
 
     Status Enter(PdfObject reference, PdfObject dictionary, const Inherited& inherited) {
+        if (path_.size() >= limits::kPageTreeDepth) {
+            return Status::kOk;  // too deep: the branch ends
+        }
         const PdfObject kids = DictGet(dictionary, names::kKids);
         OwnedObject array(IsReference(kids) ? ResolveReference(file_, kids) : CloneObject(kids));
         if (!Is(array.Get(), ObjectType::kArray)) {
             return Fail(Status::kInvalidDataType, reference);
         }
-        if (path_.size() >= limits::kPageTreeDepth || !onPath_.insert(KeyOf(reference)).second) {
-            return Status::kOk;  // too deep, or its own descendant: the branch ends
-        }
+        onPath_.insert(KeyOf(reference));
         path_.push_back({reference, std::move(array), FromNode(inherited, dictionary)});
         return Status::kOk;
     }

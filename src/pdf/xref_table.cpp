@@ -12,7 +12,7 @@ void XrefTable::SetSize(std::uint32_t size, std::uint32_t mostEntries) {
 
 void XrefTable::Add(std::uint32_t number, std::uint16_t generation, std::uint32_t offset) {
     if (!IsDirect(number, generation) || number > mostDense_) {
-        sparse_.try_emplace(Key(number, generation), offset);
+        sparse_.try_emplace(ReferenceKey(number, generation), offset);
         return;
     }
     if (dense_.size() < number) {
@@ -28,7 +28,7 @@ std::uint32_t XrefTable::Lookup(std::uint32_t number, std::uint16_t generation) 
     if (direct && number <= mostDense_) {
         return number <= dense_.size() ? dense_[number - 1] : kNoOffset;
     }
-    const auto entry = sparse_.find(Key(number, generation));
+    const auto entry = sparse_.find(ReferenceKey(number, generation));
     if (entry != sparse_.end()) {
         return entry->second;
     }

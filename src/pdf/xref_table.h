@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "pdf/object.h"
 #include "platform/seeded_hash.h"
 
 namespace zorvan {
@@ -28,9 +29,6 @@ public:
 private:
     [[nodiscard]] bool IsDirect(std::uint32_t number, std::uint16_t generation) const {
         return generation == 0 && number >= 1 && number <= size_;
-    }
-    static std::uint64_t Key(std::uint32_t number, std::uint16_t generation) {
-        return (std::uint64_t{number} << 16U) | generation;
     }
 
     std::uint32_t size_ = 0;

@@ -21,6 +21,13 @@ constexpr std::uint32_t kContentNesting = 64;
 /// References that lead to references before a value is reached.
 constexpr std::uint32_t kReferenceHops = 64;
 
+/// Operands of one content or object, saved colour states, names of a job: a stream of 256 MiB has room for a
+/// hundred million of each, and would make a gigabyte of them. Beyond, it is -4088; contents of the trade
+/// stay in the hundreds.
+constexpr std::uint32_t kOperands = 1U << 23;
+constexpr std::uint32_t kSavedColorStates = 1U << 20;
+constexpr std::uint32_t kNames = 1U << 22;
+
 /// Bytes of one decoded stream that must be held whole; more is -4088. A one-megabyte file can otherwise
 /// ask for a gigabyte, and a million-operator page decodes to some 30 MiB.
 constexpr std::uint64_t kDecodedStream = std::uint64_t{256} << 20;

@@ -16,7 +16,6 @@ struct Page {
     Box clipBox{};                         // in the page's own user space
     std::int32_t rotation = 0;             // degrees, -359 to 359
     std::shared_ptr<ResourceScope> scope;  // null without resources; shared by pages that share a dictionary
-    OwnedObject contents;                  // the `Contents` value as it stands; null without one
 };
 
 /// The box after rotation: the clip box, with width and height exchanged at its lower left corner when the

@@ -28,9 +28,8 @@ std::string PlateColor(PdfObject colorant) {
     return {reinterpret_cast<const char*>(bytes.data()), std::min(bytes.size(), kNameTextLimit)};
 }
 
-void AppendPlateColor(OutputPiece& piece, PdfObject pageReference) {
-    const Resolved page(pageReference);
-    const Resolved separation(DictGet(page.Get(), names::kSeparationInfo));
+void AppendPlateColor(OutputPiece& piece, PdfObject dictionary) {
+    const Resolved separation(DictGet(dictionary, names::kSeparationInfo));
     const Resolved colorant(DictGet(separation.Get(), names::kDeviceColorant));
     if (Is(colorant.Get(), ObjectType::kName) || Is(colorant.Get(), ObjectType::kString)) {
         piece.Append("%%PlateColor: ").Append(OnOneLine(PlateColor(colorant.Get()))).Append("\n");
@@ -62,14 +61,14 @@ void AppendRotation(OutputPiece& piece, const Page& page) {
     }
 }
 
-Status WriteSetup(const Page& page) {
+Status WriteSetup(const Page& page, PdfObject dictionary) {
     OutputPiece piece;
     piece.Append("\n%%Page: ")
         .AppendUnsigned(page.number)
         .Append(" ")
         .AppendUnsigned(page.number)
         .Append("\n");
-    AppendPlateColor(piece, page.reference);
+    AppendPlateColor(piece, dictionary);
     piece.Append(
         "%%BeginPageSetup\n"
         "userdict /pgsave save put\n"
@@ -100,7 +99,9 @@ Status WriteTrailer() {
 }  // namespace
 
 Status WritePage(const Page& page, RunPageContent runContent) {
-    RETURN_IF_FAILED(WriteSetup(page));
+    // Read anew, as every object is: a document of many pages keeps nothing of them but their boxes.
+    const Resolved dictionary(page.reference);
+    RETURN_IF_FAILED(WriteSetup(page, dictionary.Get()));
     if (page.scope != nullptr) {
         RETURN_IF_FAILED(CurrentRegistry().EmitPageLevel(*page.scope));
     }
@@ -109,7 +110,7 @@ Status WritePage(const Page& page, RunPageContent runContent) {
     if (page.scope != nullptr) {
         RETURN_IF_FAILED(CurrentRegistry().InstantiatePatterns(*page.scope));
     }
-    RETURN_IF_FAILED(runContent(page));
+    RETURN_IF_FAILED(runContent(page, DictGet(dictionary.Get(), names::kContents)));
     return WriteTrailer();
 }
 

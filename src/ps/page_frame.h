@@ -6,8 +6,8 @@
 
 namespace zorvan {
 
-/// Runs the content of a page; handed in by the floors above.
-using RunPageContent = Status (*)(const Page& page);
+/// Runs the content of a page, its `Contents` value (lent); handed in by the floors above.
+using RunPageContent = Status (*)(const Page& page, PdfObject contents);
 
 /// Writes the whole page, stopping at the first failure.
 Status WritePage(const Page& page, RunPageContent runContent);

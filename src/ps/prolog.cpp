@@ -9,7 +9,7 @@ std::string_view Prolog::Text(unsigned identifier) const {
     const auto found =
         std::ranges::find_if(resources_, [identifier](const auto& each) { return each.id == identifier; });
     if (found == resources_.end()) {
-        return {};
+        return "";  // and not a null pointer, which no host expects
     }
     return {reinterpret_cast<const char*>(found->bytes), found->size};
 }

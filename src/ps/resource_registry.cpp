@@ -14,7 +14,7 @@ PdfObject ReferenceOf(ResourceKey key) {
 }
 
 std::uint64_t HashKey(ResourceKey key) {
-    return (std::uint64_t{key.number} << 16U) | key.generation;
+    return ReferenceKey(key.number, key.generation);
 }
 
 const CategoryRow& RowOf(ResourceCategory category) {
@@ -119,19 +119,31 @@ bool ResourceRegistry::IsGlobal(ResourceCategory category, ResourceKey key) cons
 }
 
 bool ResourceRegistry::IsEmitted(ResourceCategory category, const Entry& entry) const {
-    const bool diesWithPage = category == ResourceCategory::kXObject ||
-                              category == ResourceCategory::kPattern ||
-                              (category == ResourceCategory::kFont && !entry.global);
-    return diesWithPage ? entry.emittedIn == serial_ : entry.emittedIn != 0;
+    switch (category) {
+        case ResourceCategory::kXObject:
+        case ResourceCategory::kPattern:
+            return entry.emittedIn == serial_;
+        case ResourceCategory::kFont:
+            return entry.global ? entry.emittedIn != 0 : entry.emittedIn == serial_;
+        case ResourceCategory::kShading:
+        case ResourceCategory::kEncoding:
+        case ResourceCategory::kCMap:
+            // Written by whatever names them: what a page wrote is gone with it, what the setup wrote stays.
+            return entry.emittedIn == kSetupSerial || entry.emittedIn == serial_;
+        default:
+            return entry.emittedIn != 0;
+    }
 }
 
 Status ResourceRegistry::Emit(ResourceCategory category, Entry& entry) {
     if (entry.resource == nullptr) {
         return Status::kOk;
     }
-    if (entry.writing) {
-        return Fail(RowOf(category).error, ReferenceOf(entry.key));
+    if (entry.writing || nesting_ >= limits::kContentNesting) {
+        RecordError(RowOf(category).error, ReferenceOf(entry.key));
+        return Status::kOk;  // the inner one is skipped, and its page stays
     }
+    const Deeper deeper(nesting_);
     const Flagged writing(entry.writing);
     RETURN_IF_FAILED(entry.resource->WriteResource());
     entry.emittedIn = serial_;

@@ -81,7 +81,8 @@ private:
     std::uint32_t nesting_ = 0;
     /// Raised for each page that is written. What vanishes with a page's memory counts as written only under
     /// the serial of its own page, which resets all of it without walking the lists.
-    std::uint32_t serial_ = 1;
+    static constexpr std::uint32_t kSetupSerial = 1;
+    std::uint32_t serial_ = kSetupSerial;
 };
 
 }  // namespace zorvan

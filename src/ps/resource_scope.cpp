@@ -31,7 +31,7 @@ void ResourceScope::TakeCategory(PdfObject dictionary) {
     const auto first = static_cast<std::ptrdiff_t>(entries_.size());
     for (std::uint32_t i = 0; i < DictSlotCount(dictionary); ++i) {
         const DictionarySlot slot = DictSlot(dictionary, i);
-        if (slot.key == 0) {
+        if (slot.key == 0 || IsNull(slot.value)) {
             continue;
         }
         ScopeEntry entry{.name = slot.key, .key = {slot.value.payload, slot.value.type}};
@@ -39,7 +39,7 @@ void ResourceScope::TakeCategory(PdfObject dictionary) {
         entry.registrable = CanBeResource(slot.value);
         if (entry.direct) {
             entry.key = {};
-            directValues_.emplace_back(entries_.size(), OwnedObject(CloneObject(slot.value)));
+            directValues_.emplace_back(CloneObject(slot.value));
         }
         byName_.push_back(static_cast<std::uint32_t>(entries_.size()));
         entries_.push_back(entry);
@@ -60,7 +60,7 @@ void ResourceScope::Register() {
             ScopeEntry& entry = entries_[place];
             PdfObject value = MakeReference(entry.key.number, entry.key.generation);
             if (entry.direct) {
-                value = (direct++)->second.Get();
+                value = (direct++)->Get();
             }
             if (!entry.registrable) {
                 continue;

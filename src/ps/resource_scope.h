@@ -39,8 +39,8 @@ private:
 
     std::vector<ScopeEntry> entries_;
     std::array<std::uint32_t, kCategoryCount + 1> firstOfList_{};
-    std::vector<std::uint32_t> byName_;  // places in entries_, sorted by list and name
-    std::vector<std::pair<std::uint32_t, OwnedObject>> directValues_;  // by place in entries_
+    std::vector<std::uint32_t> byName_;      // places in entries_, sorted by list and name
+    std::vector<OwnedObject> directValues_;  // of the direct entries, in their order
     std::uint32_t registrations_ = 0;
 };
 

@@ -52,8 +52,8 @@ inline FileRun RunFile(std::string_view bytes) {
     return run;
 }
 
-/// A document whose pages have these dictionary entries besides `Type`, `Parent` and `MediaBox`. The pages are the
-/// objects from 100 on; the catalog is 1 and the root of the page tree 2.
+/// A document whose pages have these dictionary entries besides `Type`, `Parent` and `MediaBox`. The pages
+/// are the objects from 100 on; the catalog is 1 and the root of the page tree 2.
 inline PdfBuilder Pages(const std::vector<std::string>& pages, std::string_view catalogEntries = "") {
     std::string kids;
     for (std::size_t page = 0; page < pages.size(); ++page) {

@@ -118,14 +118,20 @@ TEST_F(Module, BearsNullPointers) {
     destroyDecoder(decoder);
 }
 
-TEST_F(Module, MakesNothingForCodesThatItDoesNotKnow) {
+TEST_F(Module, EncodesAndDecodesNothingForCodesThatItDoesNotKnow) {
     Writer writer;
     Reader reader;
     for (const unsigned int code : {1U, 5U, 14U, 256U + FILTER_ENCODE_LZW}) {
         EXPECT_EQ(createEncoder(code, nullptr, &writer.slot, Writer::Write), nullptr);
     }
     for (const unsigned int code : {0U, 4U, 15U}) {
-        EXPECT_EQ(createDecoder(code, nullptr, &reader.slot, Reader::Read), nullptr);
+        void* const decoder = createDecoder(code, nullptr, &reader.slot, Reader::Read);
+        ASSERT_NE(decoder, nullptr);
+        unsigned char byte = 0;
+        unsigned int size = 1;
+        EXPECT_EQ(decodeData(decoder, &byte, &size), -1);
+        EXPECT_EQ(size, 0U);
+        destroyDecoder(decoder);
     }
 }
 

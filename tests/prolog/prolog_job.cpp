@@ -189,12 +189,15 @@ Outcome PrologJob::Run() const {
 
 std::vector<Picture> PrologJob::Paint(const std::string& device) const {
     const std::string name = ScratchFolder() + "/page";
+    const auto picture = [&name](std::size_t page) { return name + std::to_string(page); };
+    for (std::size_t page = 1; std::filesystem::remove(picture(page)); ++page) {  // an earlier job's
+    }
     const Outcome outcome =
         Interpret("-sDEVICE=" + device + " -r72 -g100x100 -sOutputFile=" + name + "%d", Text());
     EXPECT_EQ(outcome.status, 0) << outcome.text;
     std::vector<Picture> pictures;
-    for (std::size_t page = 1; page <= pages_.size(); ++page) {
-        pictures.emplace_back(name + std::to_string(page));
+    for (std::size_t page = 1; std::filesystem::exists(picture(page)); ++page) {
+        pictures.emplace_back(picture(page));
     }
     return pictures;
 }

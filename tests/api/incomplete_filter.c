@@ -1,0 +1,50 @@
+/* A codec library that does nothing; with LACKS_<name> defined that entry point is missing. */
+#include "zorvan/filter.h"
+
+#ifndef LACKS_CreateEncoder
+void* CreateEncoder(unsigned int filter_code, const void* parameters, const int* slot,
+                    FilterWriteFunction write) {
+    (void)filter_code, (void)parameters, (void)slot, (void)write;
+    return 0;
+}
+#endif
+#ifndef LACKS_EncodeData
+int EncodeData(void* encoder, const void* bytes, unsigned int count) {
+    (void)encoder, (void)bytes, (void)count;
+    return -1;
+}
+#endif
+#ifndef LACKS_Encode_EOD
+int Encode_EOD(void* encoder) {
+    return encoder == 0 ? 0 : -1;
+}
+#endif
+#ifndef LACKS_Flush
+int Flush(void* encoder) {
+    return encoder == 0 ? 0 : -1;
+}
+#endif
+#ifndef LACKS_DestroyEncoder
+void DestroyEncoder(void* encoder) {
+    (void)encoder;
+}
+#endif
+#ifndef LACKS_CreateDecoder
+void* CreateDecoder(unsigned int filter_code, const void* parameters, const int* slot,
+                    FilterReadFunction read) {
+    (void)filter_code, (void)parameters, (void)slot, (void)read;
+    return 0;
+}
+#endif
+#ifndef LACKS_DecodeData
+int DecodeData(void* decoder, void* output, unsigned int* size) {
+    (void)decoder, (void)output;
+    *size = 0;
+    return -1;
+}
+#endif
+#ifndef LACKS_DestroyDecoder
+void DestroyDecoder(void* decoder) {
+    (void)decoder;
+}
+#endif
