@@ -22,6 +22,7 @@ private:
             const std::array pair = {kDigits[byte >> 4U], kDigits[byte & 0xFU]};
             lines_.Put({pair.data(), pair.size()});
         }
+        Sink().HandOn();  // text that the caller writes next stands behind these digits
     }
 
     void EncodeEnd() override {

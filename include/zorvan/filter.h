@@ -70,7 +70,11 @@ typedef int(ZORVAN_CALL* FilterReadFunction)(const int* slot, void* buffer, unsi
  */
 typedef void*(ZORVAN_CALL* CreateEncoderFunction)(unsigned int filter_code, const void* parameters,
                                                   const int* slot, FilterWriteFunction write);
-/* Encodes `count` bytes. Result: 0, or -1 when the write function refused bytes (now or before). */
+/*
+ * Encodes `count` bytes. What is encoded may stay in the encoder until the end of the data or `Flush`; but
+ * the ASCIIHex encoder has handed on all digits of these bytes when it returns, so that the caller can write
+ * digits of its own behind them. Result: 0, or -1 when the write function refused bytes (now or before).
+ */
 typedef int(ZORVAN_CALL* EncodeDataFunction)(void* encoder, const void* bytes, unsigned int count);
 /*
  * Ends the encoded data, with the filter's own end-of-data mark where it has one ("~>", ">", 128, the LZW

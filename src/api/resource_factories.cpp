@@ -1,10 +1,14 @@
 // The table of factories: the one place that knows every resource class.
 #include "api/resource_factories.h"
 
+#include "fonts/font_resource.h"
+
 namespace zorvan {
 
 ResourceFactories BuiltInFactories() {
-    return {};  // no class yet: vector pages in device colours name no resource
+    ResourceFactories factories{};
+    factories[ListOf(ResourceCategory::kFont)] = CreateFontResource;
+    return factories;
 }
 
 }  // namespace zorvan

@@ -81,6 +81,14 @@ private:
     Status PaintXObject(const OperatorRow& row);
     Status PaintNamed(ResourceCategory category, std::uint32_t name);
 
+    // Emitters of text (emit_text.cpp)
+    Status SetRenderMode(const OperatorRow& row);
+    Status SelectFont(const OperatorRow& row);
+    Status ShowString(const OperatorRow& row);
+    Status WriteString(const OperatorRow& row);
+    Status ShowSpacedString(const OperatorRow& row);
+    Status ShowArray(const OperatorRow& row);
+
     // What builds objects (interpreter.cpp)
     Status PushTrue(const OperatorRow& row);
     Status PushFalse(const OperatorRow& row);

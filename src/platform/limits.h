@@ -28,6 +28,14 @@ constexpr std::uint32_t kOperands = 1U << 23;
 constexpr std::uint32_t kSavedColorStates = 1U << 20;
 constexpr std::uint32_t kNames = 1U << 22;
 
+/// Elements of a Differences array that are written as they stand: they meet on the device's operand stack. A
+/// code and a name for each of the 256 codes are 512.
+constexpr std::uint32_t kDifferences = 1024;
+
+/// Codes that one font's `cmap` subtables may map before the rest is passed over. All subtables of a font of
+/// the trade together stay below a million; overlapping segments can ask for 2^47.
+constexpr std::uint32_t kMappedCodes = 1U << 22;
+
 /// Bytes of one decoded stream that must be held whole; more is -4088. A one-megabyte file can otherwise
 /// ask for a gigabyte, and a million-operator page decodes to some 30 MiB.
 constexpr std::uint64_t kDecodedStream = std::uint64_t{256} << 20;

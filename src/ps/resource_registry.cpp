@@ -1,6 +1,8 @@
 // Registration, promotion and the order of emission.
 #include "ps/resource_registry.h"
 
+#include <utility>
+
 #include "api/current_job.h"
 #include "api/error_record.h"
 #include "platform/limits.h"
@@ -33,16 +35,18 @@ private:
     std::uint32_t& depth_;
 };
 
-/// Sets a flag for the length of a block.
-class Flagged {
+/// Sets a variable for the length of a block.
+template <class Value>
+class Set {
 public:
-    explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Flagged() { flag_ = false; }
-    Flagged(const Flagged&) = delete;
-    Flagged& operator=(const Flagged&) = delete;
+    Set(Value& variable, Value value) : variable_(variable), before_(std::exchange(variable, value)) {}
+    ~Set() { variable_ = before_; }
+    Set(const Set&) = delete;
+    Set& operator=(const Set&) = delete;
 
 private:
-    bool& flag_;
+    Value& variable_;
+    Value before_;
 };
 
 }  // namespace
@@ -81,7 +85,7 @@ Status ResourceRegistry::Register(ResourceCategory category, const ResourceReque
 }
 
 Status ResourceRegistry::Build(Entry& entry, const CategoryRow& row, const ResourceRequest& request) {
-    const Flagged building(entry.building);
+    const Set building(entry.building, true);
     entry.global = row.promotion == Promotion::kAtOnce;
     entry.resource = factories_[ListOf(row.category)](request);
     if (entry.resource == nullptr) {
@@ -104,7 +108,7 @@ Status ResourceRegistry::RegisterAgain(Entry& entry, const CategoryRow& row) {
     entry.global =
         entry.global || row.promotion == Promotion::kOnSecondPage ||
         (row.promotion == Promotion::kOnSecondPageUnlessPageLocal && !entry.resource->IsPageLocal());
-    const Flagged building(entry.building);
+    const Set building(entry.building, true);
     return entry.resource->RegisterUsed();
 }
 
@@ -144,7 +148,7 @@ Status ResourceRegistry::Emit(ResourceCategory category, Entry& entry) {
         return Status::kOk;  // the inner one is skipped, and its page stays
     }
     const Deeper deeper(nesting_);
-    const Flagged writing(entry.writing);
+    const Set writing(entry.writing, true);
     RETURN_IF_FAILED(entry.resource->WriteResource());
     entry.emittedIn = serial_;
     return Status::kOk;
@@ -194,6 +198,7 @@ Status ResourceRegistry::EmitNamed(const ResourceScope& scope, ResourceCategory 
 }
 
 Status ResourceRegistry::EmitPageLevel(const ResourceScope& scope) {
+    const Set inForce(scopeInForce_, &scope);
     RETURN_IF_FAILED(EmitDirect(scope, ResourceCategory::kColorSpace));
     RETURN_IF_FAILED(EmitDirect(scope, ResourceCategory::kExtGState));
     RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kColorSpace));
@@ -202,6 +207,16 @@ Status ResourceRegistry::EmitPageLevel(const ResourceScope& scope) {
     RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kXObject));
     RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kFont));
     return EmitNamed(scope, ResourceCategory::kPattern);
+}
+
+Status ResourceRegistry::EmitScope(const ResourceScope& scope) {
+    const Set inForce(scopeInForce_, &scope);
+    for (const ResourceCategory category :
+         {ResourceCategory::kColorSpace, ResourceCategory::kExtGState, ResourceCategory::kXObject,
+          ResourceCategory::kFont, ResourceCategory::kPattern}) {
+        RETURN_IF_FAILED(EmitNamed(scope, category));
+    }
+    return Status::kOk;
 }
 
 Status ResourceRegistry::InstantiatePatterns(const ResourceScope& scope) {

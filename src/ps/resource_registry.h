@@ -46,6 +46,11 @@ public:
     Status EmitGlobal();
     /// Writes what the page's own setup must define.
     Status EmitPageLevel(const ResourceScope& scope);
+    /// Writes what a resource names in a Resources dictionary of its own, as far as it is not written yet.
+    Status EmitScope(const ResourceScope& scope);
+    /// The scope whose resources are being written, the innermost one: what a resource without any of its own
+    /// uses. Null outside of pages.
+    [[nodiscard]] const ResourceScope* ScopeInForce() const { return scopeInForce_; }
     /// Makes the page's patterns, after its clip. kUnregisteredResources, recorded, for a name of the scope
     /// that is not registered.
     Status InstantiatePatterns(const ResourceScope& scope);
@@ -79,6 +84,7 @@ private:
     std::array<List, kCategoryCount> lists_;
     std::uint32_t currentPage_ = 0;
     std::uint32_t nesting_ = 0;
+    const ResourceScope* scopeInForce_ = nullptr;
     /// Raised for each page that is written. What vanishes with a page's memory counts as written only under
     /// the serial of its own page, which resets all of it without walking the lists.
     static constexpr std::uint32_t kSetupSerial = 1;

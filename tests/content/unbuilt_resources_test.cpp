@@ -68,10 +68,8 @@ TEST_F(UnbuiltResources, TakeTheNamesOfStatesShadingsAndXObjects) {
     EXPECT_EQ(Become("/GS0 gs /X0 Do /S0 sh /Unknown gs /Unknown Do /Unknown sh"), kMatrixAlone);
 }
 
-TEST_F(UnbuiltResources, TakeTheOperandsOfText) {
-    EXPECT_EQ(Become("BT /F0 12 Tf 1 Tc 2 Tw 100 Tz 14 TL 3 Ts 0 Tr 5 6 Td 7 8 TD 1 0 0 1 9 9 Tm T* "
-                     "(a) Tj (b) ' 1 2 (c) \" [(d) -20 (e)] TJ ET (f) PS"),
-              kMatrixAlone);
+TEST_F(UnbuiltResources, SelectNoFontByAnEmptyReference) {
+    EXPECT_EQ(Become("/F0 12 Tf"), std::string(" 12 Tf\n") + kMatrixAlone);
 }
 
 TEST_F(UnbuiltResources, PassOverInlineImages) {

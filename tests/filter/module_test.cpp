@@ -137,7 +137,7 @@ TEST_F(Module, EncodesAndDecodesNothingForCodesThatItDoesNotKnow) {
 
 TEST_F(Module, WritesNothingWhenAnEncoderIsDestroyed) {
     Writer writer;
-    void* const encoder = createEncoder(FILTER_ENCODE_ASCIIHEX, nullptr, &writer.slot, Writer::Write);
+    void* const encoder = createEncoder(FILTER_ENCODE_ASCII85, nullptr, &writer.slot, Writer::Write);
     EXPECT_EQ(encodeData(encoder, "something", 9), 0);
     destroyEncoder(encoder);
     EXPECT_EQ(writer.calls, 0U);
