@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-# Makes the PDFs that script/bench times: one large vector page, and documents of many small pages.
-"""make_inputs.py FOLDER     writes vector_20m.pdf, pages_1000.pdf and pages_20000.pdf into FOLDER; the same bytes
-each time"""
+# Makes the PDFs that script/bench times: one large vector page, documents of many small pages, and a book.
+"""make_inputs.py FOLDER     writes vector_20m.pdf, pages_1000.pdf, pages_20000.pdf and text_5000.pdf into FOLDER; the
+same bytes each time"""
 import pathlib
 import random
 import sys
@@ -53,14 +53,37 @@ def drawing(chance, size):
     return "".join(pieces).encode()
 
 
-def document(path, contents):
-    """A document of one page for each of `contents`, its page tree in nodes of a hundred pages."""
+def text_page(chance):
+    """A page of a book: forty lines of words, kerned as typesetters do, some in bold."""
+
+    def word():
+        letters = "".join(chance.choice("etaoinshrdlucmfwypvbgk") for _ in range(chance.randint(2, 9)))
+        place = chance.randint(1, len(letters))
+        return f"({letters[:place]}){chance.randint(-30, 30)}({letters[place:]} )"
+
+    lines = ["BT", "/F0 10 Tf", "50 740 Td", "13 TL"]
+    for _ in range(40):
+        words = "".join(word() for _ in range(chance.randint(8, 13)))
+        lines.append(f"[{words}]TJ T*")
+        if chance.random() < 0.1:
+            lines.append(f"/F1 10 Tf [{word()}]TJ /F0 10 Tf T*")
+    return "\n".join(lines + ["ET"]).encode()
+
+
+BOOK_FONTS = (b"/Resources << /Font << "
+              b"/F0 << /Type /Font /Subtype /Type1 /BaseFont /Times-Roman /Encoding /WinAnsiEncoding >> "
+              b"/F1 << /Type /Font /Subtype /Type1 /BaseFont /Times-Bold /Encoding /WinAnsiEncoding >> >> >>")
+
+
+def document(path, contents, entries=b""):
+    """A document of one page for each of `contents`, its page tree in nodes of a hundred pages. `entries` stand in the
+    tree's root, from which the pages inherit them."""
     writer = Writer(path)
     nodes = -(-len(contents) // 100)
     first_page = 3 + nodes
     writer.add(1, b"<< /Type /Catalog /Pages 2 0 R >>")
     kids = b" ".join(b"%d 0 R" % (3 + node) for node in range(nodes))
-    writer.add(2, b"<< /Type /Pages /Kids [%b] /Count %d /MediaBox [0 0 800 800] >>" % (kids, len(contents)))
+    writer.add(2, b"<< /Type /Pages /Kids [%b] /Count %d /MediaBox [0 0 800 800] %b >>" % (kids, len(contents), entries))
     for node in range(nodes):
         pages = range(100 * node, min(100 * node + 100, len(contents)))
         kids = b" ".join(b"%d 0 R" % (first_page + 2 * page) for page in pages)
@@ -79,6 +102,8 @@ def main(folder):
     small = [drawing(chance, 600) for _ in range(100)]
     for count in (1000, 20000):
         document(folder / f"pages_{count}.pdf", [small[page % 100] for page in range(count)])
+    book = [text_page(chance) for _ in range(200)]
+    document(folder / "text_5000.pdf", [book[page % 200] for page in range(5000)], BOOK_FONTS)
 
 
 if __name__ == "__main__":
