@@ -19,6 +19,44 @@ std::string PageAsJson(const PageInfo& info) {
     return R"({"page": )" + std::to_string(info.page) + R"(, "box": )" + box + "}";
 }
 
+// Nothing for a font of the device: of what type it is there, no file tells.
+const char* TypeName(FontKind kind) {
+    switch (kind) {
+        case FontKind::kOfDevice:
+            return "";
+        case FontKind::kType1:
+            return "Type 1";
+        case FontKind::kCompact:
+            return "Type 1C";
+        case FontKind::kTrueType:
+            return "TrueType";
+        case FontKind::kType3:
+            return "Type 3";
+    }
+    return "";
+}
+
+std::string FontAsText(const FontInfo& font) {
+    const bool isEmbedded = font.kind != FontKind::kOfDevice;
+    return "Font " + OneLine(font.name) + ": " +
+           (isEmbedded ? TypeName(font.kind) + std::string(", embedded") : "asked of the device") + "\n";
+}
+
+std::string FontAsJson(const FontInfo& font) {
+    const bool isEmbedded = font.kind != FontKind::kOfDevice;
+    return R"({"name": )" + JsonString(font.name) + R"(, "type": )" +
+           (isEmbedded ? JsonString(TypeName(font.kind)) : "null") + R"(, "embedded": )" +
+           (isEmbedded ? "true" : "false") + "}";
+}
+
+std::string FontsAsJson(const std::vector<FontInfo>& fonts) {
+    std::string json;
+    for (const FontInfo& font : fonts) {
+        json += (json.empty() ? "" : ", ") + FontAsJson(font);
+    }
+    return "[" + json + "]";
+}
+
 std::string PagesAsJson(const std::vector<PageInfo>& pages) {
     std::string json;
     for (const PageInfo& info : pages) {
@@ -46,13 +84,18 @@ std::string InfoAsText(const InfoReport& report) {
         text += "Page " + std::to_string(info.page) + ": " +
                 (info.visibleBox ? BoxText(*info.visibleBox, " ") : "none") + "\n";
     }
+    text += "Fonts: " + std::to_string(report.fonts.size()) + "\n";
+    for (const FontInfo& font : report.fonts) {
+        text += FontAsText(font);
+    }
     return text + "Output bytes: " + std::to_string(report.outputBytes) + "\n";
 }
 
 std::string InfoAsJson(const InfoReport& report) {
     return R"({"file": )" + JsonString(report.file) + R"(, "pages": )" + std::to_string(report.pageCount) +
-           R"(, "visibleBoxes": )" + PagesAsJson(report.pages) + R"(, "outputBytes": )" +
-           std::to_string(report.outputBytes) + R"(, "error": )" + ErrorAsJson(report.error) + "}\n";
+           R"(, "visibleBoxes": )" + PagesAsJson(report.pages) + R"(, "fonts": )" +
+           FontsAsJson(report.fonts) + R"(, "outputBytes": )" + std::to_string(report.outputBytes) +
+           R"(, "error": )" + ErrorAsJson(report.error) + "}\n";
 }
 
 }  // namespace zorvan::cli

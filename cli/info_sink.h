@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/box.h"
+#include "cli/font_finder.h"
 #include "cli/page_box_finder.h"
 #include "cli/page_sink.h"
 
@@ -23,6 +24,7 @@ public:
         if (isInPage_ && !finder_.Found()) {
             finder_.Take({bytes, count});
         }
+        fonts_.Take({bytes, count});
         return true;
     }
     void BeginPage(unsigned page) override;
@@ -33,6 +35,8 @@ public:
     // The library's output, without pages that were dropped.
     std::uint64_t OutputBytes() const { return bytes_; }
     const std::vector<PageInfo>& Pages() const { return pages_; }
+    // Those of the document and of the pages that stayed.
+    const std::vector<FontInfo>& Fonts() const { return fonts_.Fonts(); }
 
 private:
     std::uint64_t bytes_ = 0;
@@ -40,6 +44,7 @@ private:
     unsigned page_ = 0;
     bool isInPage_ = false;
     PageBoxFinder finder_;
+    FontFinder fonts_;
     std::vector<PageInfo> pages_;
 };
 

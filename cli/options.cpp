@@ -42,7 +42,8 @@ void DeclareFiles(CLI::App& app, RawOptions& raw) {
     named->excludes(output)->type_name("FILE");
     CLI::Option* info = app.add_flag("--info", raw.options.info,
                                      "Write no file: print the number of pages, each page's visible box\n"
-                                     "(left, bottom, right, top in points) and the bytes of output");
+                                     "(left, bottom, right, top in points), the fonts, embedded or asked\n"
+                                     "of the device, and the bytes of output");
     info->excludes(output)->excludes(named);
     app.add_flag("--json", raw.options.json, "Print what --info tells as JSON")->needs(info);
 }

@@ -56,8 +56,8 @@ ExitCode PrintInfo(const Options& options, const InputFile& input, LibrarySessio
     InfoSink sink;
     Conversion conversion(options, session, sink, messages, progress);
     const ExitCode code = conversion.Run(input.LibraryPath());
-    const InfoReport report = {options.input, conversion.PageCount(), sink.Pages(), sink.OutputBytes(),
-                               conversion.FirstError()};
+    const InfoReport report = {options.input, conversion.PageCount(), sink.Pages(),
+                               sink.Fonts(),  sink.OutputBytes(),     conversion.FirstError()};
     Print(options.json ? InfoAsJson(report) : InfoAsText(report));
     return code;
 }

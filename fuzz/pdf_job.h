@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <span>
 #include <string>
@@ -11,15 +10,9 @@
 #include <unistd.h>
 
 #include "api/job.h"
+#include "fuzz/require.h"
 
 namespace zorvan::fuzz {
-
-/// Ends the run as a finding.
-inline void Require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 /// The one job, begun with the first input. Names stay until they are many: to enter them all again costs
 /// more than most inputs.

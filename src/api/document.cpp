@@ -2,6 +2,8 @@
 #include "api/document.h"
 
 #include "api/current_job.h"
+#include "content/annotations.h"
+#include "content/drawn_names.h"
 #include "content/interpreter.h"
 #include "pdf/object_parser.h"
 #include "pdf/pdf_file.h"
@@ -11,6 +13,11 @@
 
 namespace zorvan {
 namespace {
+
+void MarkDrawn(const Page& page, PdfObject contents) {
+    MarkDrawnIn(page.scope.get(), contents);
+    MarkDrawnInAnnotations(page);
+}
 
 Status RunContent(const Page& page, PdfObject contents) {
     return ContentInterpreter(page.scope.get(), contents, ContentKind::kPage).Run();
@@ -38,6 +45,7 @@ void Document::AddPage(const PageAttributes& attributes) {
     if (page.scope != nullptr) {
         page.scope->Register();
     }
+    page.annotations = ReadAnnotations(attributes.dictionary);
     const Box visible = VisibleBox(page);
     boundingBox_ = pages_.empty() ? visible : UnitedBox(boundingBox_, visible);
     pages_.push_back(std::move(page));
@@ -73,7 +81,10 @@ Status Document::WritePage(std::uint32_t number) const {
         return Status::kOk;
     }
     CurrentRegistry().SetCurrentPage(number);
-    return zorvan::WritePage(pages_[number - 1], RunContent);
+    return zorvan::WritePage(pages_[number - 1], {.markDrawn = MarkDrawn,
+                                                  .emitAnnotationResources = EmitAnnotationResources,
+                                                  .run = RunContent,
+                                                  .runAnnotations = RunAnnotations});
 }
 
 }  // namespace zorvan

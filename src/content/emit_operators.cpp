@@ -67,10 +67,21 @@ Status ContentInterpreter::SetIntent(const OperatorRow& row) {
     return line.Append(row.text).Write();
 }
 
-Status ContentInterpreter::SkipInlineImage(const OperatorRow& /*row*/) {
-    operands_.DropToMark();
-    rest_ = rest_.subspan(FindInlineImageEnd(rest_));
-    return Status::kOk;
+Status ContentInterpreter::BeginInlineImage(const OperatorRow& row) {
+    operands_.PushMark();
+    return WriteText(row);
+}
+
+Status ContentInterpreter::WriteInlineImage(const OperatorRow& /*row*/) {
+    if (!operands_.Close(MakeDictionary)) {
+        operands_.Clear();
+        rest_ = rest_.subspan(FindInlineImageEnd(rest_));
+        return Status::kOk;
+    }
+    const OwnedObject dictionary = operands_.Pop();
+    InlineImage image(dictionary.Get(), scope_);
+    rest_ = rest_.subspan(image.TakeData(rest_));
+    return image.Write();
 }
 
 }  // namespace zorvan

@@ -1,45 +1,11 @@
 // The emitters of text. Strings go out in the very form in which they stand in the content: the procset keeps
 // the text state, and the fonts' encodings reach the device with the fonts.
-#include <algorithm>
-#include <string_view>
-
 #include "content/interpreter.h"
+#include "ps/device_parameters.h"
 #include "ps/resource_registry.h"
 
 namespace zorvan {
 namespace {
-
-bool BelongsIntoHexadecimal(std::uint8_t byte) {
-    constexpr std::string_view kAllowed("0123456789abcdefABCDEF \t\r\n\f\0", 28);
-    return kAllowed.find(static_cast<char>(byte)) != std::string_view::npos;
-}
-
-std::string_view AsText(Bytes bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
-/// What is neither digit nor white space means nothing in a hexadecimal string, but would end the job on the
-/// device ("<~" begins a string of another kind there). It is left out.
-void AppendHexadecimal(OutputPiece& piece, Bytes text) {
-    while (!text.empty()) {
-        const auto stray = std::ranges::find_if_not(text, BelongsIntoHexadecimal);
-        const auto count = static_cast<std::size_t>(stray - text.begin());
-        piece.Append(AsText(text.first(count)));
-        text = text.subspan(std::min(count + 1, text.size()));
-    }
-}
-
-/// A string between its delimiters; of anything else, empty parentheses.
-void AppendString(OutputPiece& piece, PdfObject string) {
-    const Bytes text = StringBytes(string);
-    if (StringKindOf(string) == StringKind::kHexadecimal) {
-        piece.Append("<");
-        AppendHexadecimal(piece, text);
-        piece.Append(">");
-    } else {
-        piece.Append("(").Append(AsText(text)).Append(")");
-    }
-}
 
 void AppendTextElement(OutputPiece& piece, PdfObject element) {
     switch (TypeOf(element)) {
@@ -48,7 +14,7 @@ void AppendTextElement(OutputPiece& piece, PdfObject element) {
             piece.AppendOperand(element).Append(" ");
             break;
         case ObjectType::kString:
-            AppendString(piece, element);
+            AppendStringObject(piece, element);
             break;
         default:
             break;
@@ -83,7 +49,7 @@ Status ContentInterpreter::ShowString(const OperatorRow& row) {
 Status ContentInterpreter::WriteString(const OperatorRow& row) {
     const OwnedObject string = operands_.Pop();
     OutputPiece& line = Line();
-    AppendString(line, string.Get());
+    AppendStringObject(line, string.Get());
     return line.Append(row.text).Write();
 }
 
@@ -92,7 +58,7 @@ Status ContentInterpreter::ShowSpacedString(const OperatorRow& row) {
     OutputPiece& line = Line();
     AppendOperands(operands_.Top(2));
     operands_.Drop(2);
-    AppendString(line, string.Get());
+    AppendStringObject(line, string.Get());
     return line.Append(row.text).Write();
 }
 

@@ -6,13 +6,11 @@
 
 #include "api/current_job.h"
 #include "api/error_record.h"
-#include "pdf/byte_buffer.h"
+#include "content/content_streams.h"
 #include "pdf/lexer.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 #include "pdf/operator_code.h"
-#include "pdf/pdf_file.h"
-#include "pdf/stream_reader.h"
 #include "platform/limits.h"
 #include "ps/resource_registry.h"
 #include "ps/resource_scope.h"
@@ -61,34 +59,20 @@ private:
 };
 
 ContentInterpreter::ContentInterpreter(const ResourceScope* scope, PdfObject contents, ContentKind kind)
-    : kind_(kind), scope_(scope), reference_(ReferenceOrNull(contents)), contents_(contents) {}
+    : kind_(kind), scope_(scope), contents_(contents) {}
 
 Status ContentInterpreter::Run() {
-    if (Is(contents_.Get(), ObjectType::kStream)) {
-        return RunStream(reference_, contents_.Get());
-    }
-    for (std::uint32_t i = 0; i < ArrayCount(contents_.Get()); ++i) {
-        const PdfObject element = ArrayGet(contents_.Get(), i);
-        if (IsReference(element)) {  // a direct stream is passed over
-            const Resolved stream(element);
-            RETURN_IF_FAILED(RunStream(element, stream.Get()));
-        }
-    }
-    return Status::kOk;
-}
-
-Status ContentInterpreter::RunStream(PdfObject reference, PdfObject stream) {
-    if (!Is(stream, ObjectType::kStream)) {
-        return Status::kOk;
-    }
-    if (!begun_) {
-        begun_ = true;
+    return ForEachContentStream(contents_, [this](PdfObject reference, PdfObject stream) {
         RETURN_IF_FAILED(WriteDefaultSpaces());
-    }
-    return InterpretStream(reference, stream);
+        return InterpretStream(IsNull(reference) ? directReference_ : reference, stream);
+    });
 }
 
 Status ContentInterpreter::WriteDefaultSpaces() {
+    if (begun_) {
+        return Status::kOk;
+    }
+    begun_ = true;
     for (const std::uint32_t name : {names::kDefaultGray, names::kDefaultRGB, names::kDefaultCMYK}) {
         const Resource* space = FindAnyResource(ResourceCategory::kColorSpace, name);
         if (space != nullptr) {
@@ -102,24 +86,13 @@ Status ContentInterpreter::WriteDefaultSpaces() {
 }
 
 Status ContentInterpreter::InterpretStream(PdfObject reference, PdfObject stream) {
-    StreamReader reader(stream);
-    if (reader.IsCutShort()) {
-        RecordError(Status::kDataNotEnough, reference);
-    }
-    ByteBuffer decoded;
-    Bytes data;
-    Status read = Status::kOk;
-    if (reader.Filters().empty()) {
-        reader.ReadChunk(data);  // all of it, in place in the mapped file
-    } else {
-        read = DecodeWholeStream(reader, reference, decoded);
-        data = decoded.Bytes();
-    }
+    DecodedContent content;
+    const Status read = content.Decode(stream, reference);
     // What a damaged stream holds up to its damage prints; one that is too large to be held does not.
-    if (data.empty() || read == Status::kMemoryNotEnough) {
+    if (content.Data().empty() || read == Status::kMemoryNotEnough) {
         return read;
     }
-    const Status status = InterpretBytes(data);
+    const Status status = InterpretBytes(content.Data());
     RecordError(status, reference);
     return status;
 }

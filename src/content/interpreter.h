@@ -33,13 +33,17 @@ public:
     /// without a stream writes nothing.
     Status Run();
 
+    /// Tells whose errors those of a content are that was given as a stream and not by its reference.
+    void NameDirectStream(PdfObject reference) { directReference_ = reference; }
+
+    /// Writes the default colour spaces now, for a user that has something to write behind them.
+    Status WriteDefaultSpaces();
+
 private:
     struct OperatorRow;
     class OperatorTable;
     using Handler = Status (ContentInterpreter::*)(const OperatorRow& row);
 
-    Status RunStream(PdfObject reference, PdfObject stream);
-    Status WriteDefaultSpaces();
     Status InterpretStream(PdfObject reference, PdfObject stream);
     Status InterpretBytes(Bytes bytes);
     Status Operate(std::uint32_t code);
@@ -53,7 +57,8 @@ private:
     Status ConcatMatrix(const OperatorRow& row);
     Status SetDash(const OperatorRow& row);
     Status SetIntent(const OperatorRow& row);
-    Status SkipInlineImage(const OperatorRow& row);
+    Status BeginInlineImage(const OperatorRow& row);
+    Status WriteInlineImage(const OperatorRow& row);
 
     // Emitters of colours (emit_colors.cpp)
     Status SetFillGray(const OperatorRow& row);
@@ -116,9 +121,9 @@ private:
     OperandStack operands_;
     ColorStateStack colorStates_;
     const ResourceScope* scope_;
-    PdfObject reference_;  // of `contents_`, null when it is direct
-    Resolved contents_;
-    bool begun_ = false;  // a stream was met: the default spaces are written
+    PdfObject contents_;  // lent
+    PdfObject directReference_;
+    bool begun_ = false;  // the default spaces are written
     Bytes rest_;          // of the stream being interpreted
     OutputPiece line_;
 };

@@ -91,7 +91,7 @@ std::optional<std::string> ReadCompactFontName(Bytes program) {
     std::optional<std::string> name;
     for (std::size_t i = 0; index && i < index->Count(); ++i) {
         const Bytes entry = index->Entry(i);
-        if (IsPrintable(entry) && entry.size() < kCompactNameCapacity) {
+        if (entry.size() < kCompactNameCapacity && IsPrintable(entry)) {
             name.emplace(entry.begin(), entry.end());
         }
     }

@@ -42,16 +42,17 @@ Type1FontResource::Type1FontResource(FontSource source) : FontResource(std::move
 }
 
 Status Type1FontResource::WriteResource() {
+    std::string name = Name();
     if (programKind_ != ProgramKind::kNone) {
         OutputPiece title;
-        RETURN_IF_FAILED(title.Append("%%BeginResource: font ").Append(Name()).Append("\n").Write());
-        RETURN_IF_FAILED(WriteProgram());
+        RETURN_IF_FAILED(title.Append("%%BeginResource: font ").Append(name).Append("\n").Write());
+        RETURN_IF_FAILED(WriteProgram(name));
         RETURN_IF_FAILED(WriteOutput("%%EndResource\n"));
     }
-    return WriteEncodingLine();
+    return WriteEncodingLine(name);
 }
 
-Status Type1FontResource::WriteProgram() {
+Status Type1FontResource::WriteProgram(std::string& name) const {
     if (programKind_ == ProgramKind::kType1) {
         return WriteType1Program(program_.Get(), Reference());
     }
@@ -60,23 +61,23 @@ Status Type1FontResource::WriteProgram() {
     if (declared) {
         // The name under which the device has defined it.
         NameTable& names = CurrentNames();
-        SetName(names.NameText(names.InternName(*declared), NameTextMode::kToken));
+        name = "/" + names.NameText(names.InternName(*declared), NameTextMode::kToken);
     }
     return status;
 }
 
-Status Type1FontResource::WriteEncodingLine() const {
+Status Type1FontResource::WriteEncodingLine(std::string_view name) const {
     OutputPiece line;
     if (encoding_ && encoding_->NeedsDifferences()) {
         RETURN_IF_FAILED(WriteOutput("[ "));
         RETURN_IF_FAILED(encoding_->WriteDifferences());
         AppendUse(line);
-        return line.Append(" ").Append(Name()).Append(" -1 TZ\n").Write();
+        return line.Append(" ").Append(name).Append(" -1 TZ\n").Write();
     }
     line.Append("[");
     AppendUse(line);
     return line.Append(" ")
-        .Append(Name())
+        .Append(name)
         .Append(SelectorOf(encoding_ ? encoding_->Base() : BaseEncoding::kFontOwn))
         .Write();
 }

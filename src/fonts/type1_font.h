@@ -3,6 +3,8 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "fonts/font_encoding.h"
 #include "fonts/font_resource.h"
@@ -21,8 +23,9 @@ public:
 private:
     enum class ProgramKind : std::uint32_t { kNone = 0, kType1 = 1, kCompact = 3 };
 
-    Status WriteProgram();
-    Status WriteEncodingLine() const;
+    /// Sets `name` to the one that the program declares.
+    Status WriteProgram(std::string& name) const;
+    Status WriteEncodingLine(std::string_view name) const;
 
     std::optional<FontEncoding> encoding_;
     ProgramKind programKind_ = ProgramKind::kNone;

@@ -58,9 +58,19 @@ std::size_t ClearEnd(Bytes program, std::size_t declared) {
     return end;
 }
 
-/// Where the trailer of zeros begins; the program's end when there is none.
+/// Goes back over one line end.
+std::size_t BeforeLineEnd(Bytes program, std::size_t end) {
+    if (end > 0 && program[end - 1] == '\n') {
+        --end;
+    }
+    return end > 0 && program[end - 1] == '\r' ? end - 1 : end;
+}
+
+/// Where the trailer of 512 zeros begins, with the line end in front of it; the program's end when there is
+/// none.
 std::size_t TrailerBegin(Bytes program) {
     constexpr std::string_view kCleartomark = "cleartomark";
+    constexpr int kZeros = 512;
     std::size_t end = program.size();
     while (end > 0 && IsSpace(program[end - 1])) {
         --end;
@@ -69,10 +79,11 @@ std::size_t TrailerBegin(Bytes program) {
         return program.size();
     }
     end -= kCleartomark.size();
-    while (end > 0 && (IsSpace(program[end - 1]) || program[end - 1] == '0')) {
-        --end;
+    for (int zeros = 0; zeros < kZeros && end > 0 && (IsSpace(program[end - 1]) || program[end - 1] == '0');
+         --end) {
+        zeros += program[end - 1] == '0' ? 1 : 0;
     }
-    return end;
+    return BeforeLineEnd(program, end);
 }
 
 // --- Encrypted parts in hexadecimal digits.
@@ -134,9 +145,13 @@ Type1Parts::Type1Parts(Bytes program, std::size_t length1, std::size_t length2) 
     }
     const std::size_t declared = std::min(length1, program.size());
     const std::size_t begin = length1 > program.size() ? declared : ClearEnd(program, declared);
-    const std::size_t end = length2 == 0
-                                ? std::max(TrailerBegin(program), begin)
-                                : std::max(begin, declared + std::min(length2, program.size() - declared));
+    std::size_t end = declared + std::min(length2, program.size() - declared);
+    if (begin != declared || length2 == 0) {
+        // One length is wrong, so the other is not relied on where the trailer tells the end.
+        const std::size_t trailer = TrailerBegin(program);
+        end = trailer != program.size() || length2 == 0 ? trailer : end;
+    }
+    end = std::max(begin, end);
     clear_ = program.first(begin);
     encrypted_ = program.subspan(begin, end - begin);
     if (IsHexadecimal(encrypted_)) {

@@ -7,9 +7,11 @@
 #include <string>
 
 #include "api/current_job.h"
+#include "content/drawn_names.h"
 #include "content/interpreter.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "ps/number_array.h"
 #include "ps/resource_registry.h"
 
 namespace zorvan {
@@ -26,16 +28,6 @@ std::string RandomName() {
 
 std::string NameToken(std::uint32_t name) {
     return CurrentNames().NameText(name, NameTextMode::kToken);
-}
-
-/// Appends "/key [a b ... ] def" with so many numbers of the dictionary's array.
-void AppendNumbers(OutputPiece& piece, PdfObject dictionary, std::uint32_t key, std::uint32_t count) {
-    const Resolved array(DictGet(dictionary, key));
-    piece.Append("/").Append(CurrentNames().PlainText(key)).Append(" [");
-    for (std::uint32_t i = 0; i < count; ++i) {
-        piece.AppendOperand(Resolved(ArrayGet(array.Get(), i)).Get()).Append(" ");
-    }
-    piece.Append("] def\n");
 }
 
 /// Composes the 256 names of an encoding array, from code 0 on.
@@ -79,10 +71,7 @@ Type3FontResource::Type3FontResource(FontSource source)
     if (NameWithoutSlash().empty()) {
         SetName(RandomName());
     }
-    const Resolved resources(DictGet(Dictionary(), names::kResources));
-    if (Is(resources.Get(), ObjectType::kDictionary)) {
-        scope_ = std::make_unique<ResourceScope>(resources.Get());
-    }
+    scope_ = ResourceScope::OfDictionary(Dictionary());
 }
 
 Status Type3FontResource::RegisterUsed() {
@@ -92,12 +81,22 @@ Status Type3FontResource::RegisterUsed() {
     return Status::kOk;
 }
 
+const ResourceScope* Type3FontResource::Scope() const {
+    return scope_ != nullptr ? scope_.get() : CurrentRegistry().ScopeInForce();
+}
+
+void Type3FontResource::MarkDrawn() {
+    const ResourceScope* scope = Scope();
+    const Resolved glyphs(DictGet(Dictionary(), names::kCharProcs));
+    for (std::uint32_t i = 0; i < DictSlotCount(glyphs.Get()); ++i) {
+        MarkDrawnIn(scope, DictSlot(glyphs.Get(), i).value);
+    }
+}
+
 Status Type3FontResource::WriteResource() {
-    const ResourceScope* scope = scope_.get();
-    if (scope != nullptr) {
-        RETURN_IF_FAILED(CurrentRegistry().EmitScope(*scope));
-    } else {
-        scope = CurrentRegistry().ScopeInForce();
+    const ResourceScope* scope = Scope();
+    if (scope_ != nullptr) {
+        RETURN_IF_FAILED(CurrentRegistry().EmitScope(*scope_));
     }
     RETURN_IF_FAILED(WriteHeader());
     RETURN_IF_FAILED(WriteGlyphs(scope));
@@ -115,9 +114,9 @@ Status Type3FontResource::WriteHeader() const {
         .Append("\n10 dict begin\nT3Defs\n/FontType 3 def\n/FontName ");
     AppendUse(piece);
     piece.Append(" def\n");
-    AppendNumbers(piece, Dictionary(), names::kFontMatrix, 6);
-    AppendNumbers(piece, Dictionary(), names::kFontBBox, 4);
-    piece.Append("/Encoding [");
+    AppendNumbers(piece.Append("/FontMatrix ["), DictGet(Dictionary(), names::kFontMatrix), 6);
+    AppendNumbers(piece.Append("] def\n/FontBBox ["), DictGet(Dictionary(), names::kFontBBox), 4);
+    piece.Append("] def\n/Encoding [");
     AppendEncoding(piece);
     return piece.Append("] def\n").Write();
 }

@@ -17,10 +17,13 @@ public:
     /// and the line copies it under the name that it has in the file.
     Status WriteResource() override;
     Status RegisterUsed() override;
+    void MarkDrawn() override;
     /// Its glyphs use what their page defines, so that it is defined in each page.
     [[nodiscard]] bool IsPageLocal() const override { return true; }
 
 private:
+    /// The font's own resources, or, without any, those of what it is used on.
+    [[nodiscard]] const ResourceScope* Scope() const;
     Status WriteHeader() const;
     void AppendEncoding(OutputPiece& piece) const;
     Status WriteGlyphs(const ResourceScope* scope) const;

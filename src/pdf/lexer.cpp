@@ -289,6 +289,10 @@ bool IsPdfWhitespace(std::uint8_t byte) {
     return kClasses[byte] == kWhitespace;
 }
 
+bool IsPdfRegular(std::uint8_t byte) {
+    return !IsTerminator(byte);
+}
+
 std::uint32_t ScanToken(std::span<const std::uint8_t> bytes, NameTable& names, PdfObject& token,
                         std::uint32_t& consumed) {
     std::uint32_t position = 0;

@@ -33,5 +33,7 @@ std::uint32_t ScanToken(std::span<const std::uint8_t> bytes, NameTable& names, P
 
 /// Whitespace of PDF text, with backspace, which counts as a blank on purpose.
 bool IsPdfWhitespace(std::uint8_t byte);
+/// What names and operators are made of: neither whitespace nor a delimiter.
+bool IsPdfRegular(std::uint8_t byte);
 
 }  // namespace zorvan

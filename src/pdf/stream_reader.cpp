@@ -107,4 +107,19 @@ Status DecodeWholeStream(StreamReader& reader, PdfObject reference, ByteBuffer& 
     return state == 0 ? Status::kOk : Fail(Status::kDecodeError, reference);
 }
 
+Status DecodeBytes(CodecKind kind, Bytes bytes, ByteBuffer& data) {
+    Codec decoder(kind, DecoderParametersOf(kind, MakeNull()), bytes);
+    int state = 1;
+    while (state > 0) {
+        std::uint32_t produced = 0;
+        const auto room = data.Room(kLargestBuffer).first(kLargestBuffer);
+        state = decoder.Decode(room, produced);
+        data.Commit(produced);
+        if (data.Size() > limits::kDecodedStream) {
+            return Status::kMemoryNotEnough;
+        }
+    }
+    return Status::kOk;  // what was decoded counts
+}
+
 }  // namespace zorvan

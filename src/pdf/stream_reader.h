@@ -60,4 +60,7 @@ private:
 /// before), kMemoryNotEnough beyond the limit for decoded data; both are recorded with the reference.
 Status DecodeWholeStream(StreamReader& reader, PdfObject reference, ByteBuffer& data);
 
+/// The same for bytes under one filter without parameters; nothing is recorded.
+Status DecodeBytes(CodecKind kind, Bytes bytes, ByteBuffer& data);
+
 }  // namespace zorvan

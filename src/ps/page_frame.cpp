@@ -98,19 +98,24 @@ Status WriteTrailer() {
 
 }  // namespace
 
-Status WritePage(const Page& page, RunPageContent runContent) {
+Status WritePage(const Page& page, const PageContent& content) {
     // Read anew, as every object is: a document of many pages keeps nothing of them but their boxes.
     const Resolved dictionary(page.reference);
+    const PdfObject contents = DictGet(dictionary.Get(), names::kContents);
+    CurrentRegistry().BeginPage();
+    content.markDrawn(page, contents);
     RETURN_IF_FAILED(WriteSetup(page, dictionary.Get()));
     if (page.scope != nullptr) {
         RETURN_IF_FAILED(CurrentRegistry().EmitPageLevel(*page.scope));
     }
+    RETURN_IF_FAILED(content.emitAnnotationResources(page));
     RETURN_IF_FAILED(WriteOutput("%%EndPageSetup\n"));
     RETURN_IF_FAILED(WriteClip(page));
     if (page.scope != nullptr) {
         RETURN_IF_FAILED(CurrentRegistry().InstantiatePatterns(*page.scope));
     }
-    RETURN_IF_FAILED(runContent(page, DictGet(dictionary.Get(), names::kContents)));
+    RETURN_IF_FAILED(content.run(page, contents));
+    RETURN_IF_FAILED(content.runAnnotations(page));
     return WriteTrailer();
 }
 

@@ -65,6 +65,10 @@ public:
     /// Registers what the resource itself names. Called when it is registered first, and again for each later
     /// page, so that nothing is missing on the second page that uses it.
     virtual Status RegisterUsed() { return Status::kOk; }
+    /// Called before a page is written on which this resource may be drawn: lets the images that are drawn
+    /// through it know. Only their data is looked for this way: it goes out where it is drawn, and nowhere
+    /// else.
+    virtual void MarkDrawn() {}
     /// True for a resource that belongs to its page however often it is used (Type 3 fonts).
     [[nodiscard]] virtual bool IsPageLocal() const { return false; }
 

@@ -1,8 +1,6 @@
 // Registration, promotion and the order of emission.
 #include "ps/resource_registry.h"
 
-#include <utility>
-
 #include "api/current_job.h"
 #include "api/error_record.h"
 #include "platform/limits.h"
@@ -33,20 +31,6 @@ public:
 
 private:
     std::uint32_t& depth_;
-};
-
-/// Sets a variable for the length of a block.
-template <class Value>
-class Set {
-public:
-    Set(Value& variable, Value value) : variable_(variable), before_(std::exchange(variable, value)) {}
-    ~Set() { variable_ = before_; }
-    Set(const Set&) = delete;
-    Set& operator=(const Set&) = delete;
-
-private:
-    Value& variable_;
-    Value before_;
 };
 
 }  // namespace
@@ -85,7 +69,7 @@ Status ResourceRegistry::Register(ResourceCategory category, const ResourceReque
 }
 
 Status ResourceRegistry::Build(Entry& entry, const CategoryRow& row, const ResourceRequest& request) {
-    const Set building(entry.building, true);
+    const ScopedValue building(entry.building, true);
     entry.global = row.promotion == Promotion::kAtOnce;
     entry.resource = factories_[ListOf(row.category)](request);
     if (entry.resource == nullptr) {
@@ -108,7 +92,7 @@ Status ResourceRegistry::RegisterAgain(Entry& entry, const CategoryRow& row) {
     entry.global =
         entry.global || row.promotion == Promotion::kOnSecondPage ||
         (row.promotion == Promotion::kOnSecondPageUnlessPageLocal && !entry.resource->IsPageLocal());
-    const Set building(entry.building, true);
+    const ScopedValue building(entry.building, true);
     return entry.resource->RegisterUsed();
 }
 
@@ -148,10 +132,19 @@ Status ResourceRegistry::Emit(ResourceCategory category, Entry& entry) {
         return Status::kOk;  // the inner one is skipped, and its page stays
     }
     const Deeper deeper(nesting_);
-    const Set writing(entry.writing, true);
+    const ScopedValue writing(entry.writing, true);
     RETURN_IF_FAILED(entry.resource->WriteResource());
     entry.emittedIn = serial_;
     return Status::kOk;
+}
+
+void ResourceRegistry::MarkDrawn(ResourceCategory category, ResourceKey key) {
+    Entry* entry = Find(category, key);
+    if (entry == nullptr || entry->resource == nullptr || entry->drawnIn == serial_) {
+        return;
+    }
+    entry->drawnIn = serial_;
+    entry->resource->MarkDrawn();
 }
 
 Status ResourceRegistry::EmitAndMark(ResourceCategory category, ResourceKey key) {
@@ -198,19 +191,18 @@ Status ResourceRegistry::EmitNamed(const ResourceScope& scope, ResourceCategory 
 }
 
 Status ResourceRegistry::EmitPageLevel(const ResourceScope& scope) {
-    const Set inForce(scopeInForce_, &scope);
+    const auto inForce = PutInForce(&scope);
     RETURN_IF_FAILED(EmitDirect(scope, ResourceCategory::kColorSpace));
     RETURN_IF_FAILED(EmitDirect(scope, ResourceCategory::kExtGState));
     RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kColorSpace));
     RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kExtGState));
-    ++serial_;  // from here on XObjects, patterns and fonts of pages count as not written
     RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kXObject));
     RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kFont));
     return EmitNamed(scope, ResourceCategory::kPattern);
 }
 
 Status ResourceRegistry::EmitScope(const ResourceScope& scope) {
-    const Set inForce(scopeInForce_, &scope);
+    const auto inForce = PutInForce(&scope);
     for (const ResourceCategory category :
          {ResourceCategory::kColorSpace, ResourceCategory::kExtGState, ResourceCategory::kXObject,
           ResourceCategory::kFont, ResourceCategory::kPattern}) {

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/scoped_value.h"
 #include "platform/seeded_hash.h"
 #include "ps/resource.h"
 
@@ -36,6 +37,11 @@ public:
     [[nodiscard]] Resource* GetObject(ResourceCategory category, ResourceKey key) const;
     [[nodiscard]] bool IsGlobal(ResourceCategory category, ResourceKey key) const;
 
+    /// Tells an entry, once a page, that it is drawn on the page that is written next.
+    void MarkDrawn(ResourceCategory category, ResourceKey key);
+    /// The page that is written next, or is being written: a number that no other output of a page has.
+    [[nodiscard]] std::uint32_t PageSerial() const { return serial_; }
+
     /// Writes the definition and marks it as written. Nothing for an absent entry.
     Status EmitAndMark(ResourceCategory category, ResourceKey key);
     /// The same, unless it is written already: what a resource calls for the ones that it names.
@@ -44,6 +50,8 @@ public:
     /// Writes the global resources that are not written yet: fonts, colour spaces, graphics states,
     /// functions, halftones.
     Status EmitGlobal();
+    /// From here on what vanished with the page before counts as neither drawn nor written.
+    void BeginPage() { ++serial_; }
     /// Writes what the page's own setup must define.
     Status EmitPageLevel(const ResourceScope& scope);
     /// Writes what a resource names in a Resources dictionary of its own, as far as it is not written yet.
@@ -51,6 +59,10 @@ public:
     /// The scope whose resources are being written, the innermost one: what a resource without any of its own
     /// uses. Null outside of pages.
     [[nodiscard]] const ResourceScope* ScopeInForce() const { return scopeInForce_; }
+    /// Puts a scope in force as long as the result lives.
+    [[nodiscard]] ScopedValue<const ResourceScope*> PutInForce(const ResourceScope* scope) {
+        return {scopeInForce_, scope};
+    }
     /// Makes the page's patterns, after its clip. kUnregisteredResources, recorded, for a name of the scope
     /// that is not registered.
     Status InstantiatePatterns(const ResourceScope& scope);
@@ -64,6 +76,7 @@ private:
         bool writing = false;
         std::uint32_t pageCount = 1;
         std::uint32_t firstPage = 0;
+        std::uint32_t drawnIn = 0;    // the serial of the page that it was last drawn on
         std::uint32_t emittedIn = 0;  // the serial of the page output that wrote it, 0 when it is not written
     };
     struct List {

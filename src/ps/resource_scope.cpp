@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "api/current_job.h"
+#include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 #include "ps/resource_registry.h"
 
@@ -25,6 +26,12 @@ ResourceScope::ResourceScope(PdfObject resources) {
         }
     }
     firstOfList_.back() = static_cast<std::uint32_t>(entries_.size());
+}
+
+std::unique_ptr<ResourceScope> ResourceScope::OfDictionary(PdfObject dictionary) {
+    const Resolved resources(DictGet(dictionary, names::kResources));
+    return Is(resources.Get(), ObjectType::kDictionary) ? std::make_unique<ResourceScope>(resources.Get())
+                                                        : nullptr;
 }
 
 void ResourceScope::TakeCategory(PdfObject dictionary) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -24,6 +25,9 @@ public:
     /// Takes the names of the categories that the registry builds. `resources` is a dictionary and is not
     /// kept.
     explicit ResourceScope(PdfObject resources);
+
+    /// The scope of a dictionary's `Resources` entry; null when it has none.
+    static std::unique_ptr<ResourceScope> OfDictionary(PdfObject dictionary);
 
     /// Registers every resource of the scope for the registry's current page. What cannot be built is
     /// recorded and left out. From the third page on nothing changes any more, and nothing is done.

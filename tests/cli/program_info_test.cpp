@@ -31,7 +31,7 @@ TEST_F(ProgramInfo, TellsPagesBoxesAndBytesAndWritesNoFile) {
     const RunResult run = RunZorvan({"--info", pdf});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.err, "");
-    EXPECT_EQ(run.out, "Pages: 2\nPage 1: 0 0 200 300\nPage 2: 10 20 210.5 120\nOutput bytes: " +
+    EXPECT_EQ(run.out, "Pages: 2\nPage 1: 0 0 200 300\nPage 2: 10 20 210.5 120\nFonts: 0\nOutput bytes: " +
                            LibraryBytes(pdf, "1-") + "\n");
     EXPECT_THAT(scratch_.Names(), ElementsAre("a.pdf"));
 }
@@ -43,8 +43,28 @@ TEST_F(ProgramInfo, TellsTheSameAsJson) {
     EXPECT_EQ(
         run.out,
         R"({"file": ")" + pdf +
-            R"(", "pages": 3, "visibleBoxes": [{"page": 2, "box": [0, 0, 200, 300]}], "outputBytes": )" +
+            R"(", "pages": 3, "visibleBoxes": [{"page": 2, "box": [0, 0, 200, 300]}], "fonts": [], "outputBytes": )" +
             LibraryBytes(pdf, "2") + R"(, "error": null})" + "\n");
+}
+
+// The text of a page is no program of any kind, which does not matter here: it is written as it stands.
+TEST_F(ProgramInfo, ListsTheFontsEmbeddedOrNot) {
+    SamplePage page;
+    page.resources =
+        "/Font << /F1 << /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding >> "
+        "/F2 << /Type /Font /Subtype /Type1 /BaseFont /Plain /FontDescriptor << /FontFile 4 0 R >> >> "
+        "/F3 << /Type /Font /Subtype /Type1 /BaseFont /Compact /FontDescriptor << /FontFile3 4 0 R >> >> "
+        "/F4 << /Type /Font /Subtype /Type3 /Name /Drawn /FontMatrix [1 0 0 1 0 0] /FontBBox [0 0 1 1] "
+        "/CharProcs << /a 4 0 R >> /Encoding << /Differences [97 /a] >> >> "
+        "/F5 << /Type /Font /Subtype /TrueType /BaseFont /Arial >> >>";
+    const std::string pdf = WritePdf({page});
+    EXPECT_THAT(RunZorvan({"--info", pdf}).out,
+                HasSubstr("\nFonts: 5\nFont Helvetica: asked of the device\nFont Plain: Type 1, embedded\n"
+                          "Font Compact: Type 1C, embedded\nFont Drawn: Type 3, embedded\n"
+                          "Font Arial: asked of the device\nOutput bytes: "));
+    EXPECT_THAT(RunZorvan({"--info", "--json", pdf}).out,
+                HasSubstr(R"("fonts": [{"name": "Helvetica", "type": null, "embedded": false}, )"
+                          R"({"name": "Plain", "type": "Type 1", "embedded": true}, )"));
 }
 
 TEST_F(ProgramInfo, PassesARecordedErrorOn) {
@@ -61,7 +81,8 @@ TEST_F(ProgramInfo, EndsWithAPageThatFails) {
     EXPECT_EQ(run.out, "");
     const RunResult goingOn = RunZorvan({"--info", "--keep-going", pdf});
     EXPECT_EQ(goingOn.exitCode, 3);
-    EXPECT_EQ(goingOn.out, "Pages: 2\nPage 1: 0 0 200 300\nOutput bytes: " + LibraryBytes(pdf, "1") + "\n");
+    EXPECT_EQ(goingOn.out,
+              "Pages: 2\nPage 1: 0 0 200 300\nFonts: 0\nOutput bytes: " + LibraryBytes(pdf, "1") + "\n");
 }
 
 }  // namespace

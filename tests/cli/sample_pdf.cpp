@@ -12,7 +12,8 @@ std::string Reference(std::size_t number) {
 
 std::string PageObject(const SamplePage& page, std::size_t content) {
     return "<< /Type /Page /Parent 2 0 R /MediaBox [" + page.mediaBox + "] /Rotate " +
-           std::to_string(page.rotate) + " /Resources << >> /Contents " + Reference(content) + " >>";
+           std::to_string(page.rotate) + " /Resources << " + page.resources + " >> /Contents " +
+           Reference(content) + " >>";
 }
 
 std::string ContentObject(const SamplePage& page) {

@@ -12,6 +12,8 @@ struct SamplePage {
     int rotate = 0;
     // Added to the stream's "Length", which it makes wrong.
     unsigned lengthSurplus = 0;
+    // What stands in the resource dictionary.
+    std::string resources{};
 };
 
 // A page whose operator lacks an operand: it cannot be converted.

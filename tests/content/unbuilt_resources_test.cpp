@@ -5,7 +5,7 @@
 
 #include "api/job.h"
 #include "api/session.h"
-#include "content/inline_image.h"
+#include "content/inline_image_data.h"
 #include "ps/fake_resources.h"
 #include "support/host.h"
 
@@ -70,23 +70,6 @@ TEST_F(UnbuiltResources, TakeTheNamesOfStatesShadingsAndXObjects) {
 
 TEST_F(UnbuiltResources, SelectNoFontByAnEmptyReference) {
     EXPECT_EQ(Become("/F0 12 Tf"), std::string(" 12 Tf\n") + kMatrixAlone);
-}
-
-TEST_F(UnbuiltResources, PassOverInlineImages) {
-    EXPECT_EQ(Become("BI /W 2 /H 1 /BPC 8 /CS /G ID ab\nEI"), kMatrixAlone);
-    EXPECT_EQ(Become("BI /W 4 /H 1 /F [/AHx /Fl] /DP [null << /K 1 >>] ID 00>\nEI 2 w"),
-              std::string("2 w\n") + kMatrixAlone);
-    EXPECT_EQ(Become("7 BI /W 2 ID \x01\x02 EI\x03\xFF(((>> EI w"), std::string("7 w\n") + kMatrixAlone);
-}
-
-TEST_F(UnbuiltResources, PassOverAnInlineImageThatNeverEnds) {
-    const FileRun run = RunFile(OnePage("1 w BI /W 2 ID abcdef 2 w").Bytes());
-    EXPECT_EQ(run.pages, std::vector<int>{0});
-    EXPECT_EQ(ContentOf(run.output), "1 w\n");
-}
-
-TEST_F(UnbuiltResources, PassOverAnInlineImageWithoutItsBegin) {
-    EXPECT_EQ(Become("ID abc EI 2 w"), std::string("2 w\n") + kMatrixAlone);
 }
 
 Bytes AsBytes(std::string_view text) {

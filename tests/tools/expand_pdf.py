@@ -13,6 +13,8 @@ A template is a PDF in plain text. What a person cannot write by hand is left to
   {{object N G}}           "N G obj"; the offset is noted for the next {{xref}}
   {{stream F1 F2 <<..>>}}..{{endstream}}
                            dictionary with Length and Filter [F1 F2], and the data encoded to match
+  {{font KIND COUNT NAME}} the stream of a font program of that many glyphs: KIND is type1, cff or truetype; what
+                           its glyphs look like stands in font_programs.py
   {{xref}}                 the section for the objects since the previous one, entries of 20 bytes (the last
                            one takes its line end from the template)
   {{trailer /Root 1 0 R}}  the trailer dictionary, with Size and, from the second section on, Prev
@@ -204,6 +206,13 @@ class File:
         self.out += f"<< /Length {len(data)}{filter_entry} {entries.strip()} >>\nstream\n".encode("latin-1")
         self.out += data + b"\nendstream"
 
+    def font(self, words):
+        import font_programs  # which takes fontTools, and that no other template needs
+
+        kind, count, name = words.split()
+        program, entries = font_programs.make(kind, int(count), name)
+        self.stream(["FlateDecode"], entries, program)
+
     def xref(self, _):
         entries = {number: b"%010d %05d n \n" % place for number, place in self.section.items()}
         if not self.sections:
@@ -224,7 +233,8 @@ class File:
         self.out += b"startxref\n%d\n%%%%EOF" % self.sections[-1]
 
 
-FILE_DIRECTIVES = {name: getattr(File, name) for name in ("header", "object", "xref", "trailer", "startxref")}
+FILE_DIRECTIVES = {name: getattr(File, name) for name in ("header", "object", "font", "xref", "trailer",
+                                                                "startxref")}
 
 
 def expand(path):

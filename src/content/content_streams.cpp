@@ -1,0 +1,42 @@
+// Getting at the data of contents.
+#include "content/content_streams.h"
+
+#include "api/error_record.h"
+#include "pdf/object_parser.h"
+#include "pdf/pdf_file.h"
+
+namespace zorvan {
+
+Status ForEachContentStream(PdfObject contents, const ContentStreamTaker& take) {
+    const Resolved value(contents);
+    if (Is(value.Get(), ObjectType::kStream)) {
+        return take(ReferenceOrNull(contents), value.Get());
+    }
+    for (std::uint32_t i = 0; i < ArrayCount(value.Get()); ++i) {
+        const PdfObject element = ArrayGet(value.Get(), i);
+        if (!IsReference(element)) {
+            continue;  // a direct stream is passed over
+        }
+        const Resolved stream(element);
+        if (Is(stream.Get(), ObjectType::kStream)) {
+            RETURN_IF_FAILED(take(element, stream.Get()));
+        }
+    }
+    return Status::kOk;
+}
+
+Status DecodedContent::Decode(PdfObject stream, PdfObject reference) {
+    StreamReader reader(stream);
+    if (reader.IsCutShort()) {
+        RecordError(Status::kDataNotEnough, reference);
+    }
+    if (reader.Filters().empty()) {
+        reader.ReadChunk(data_);  // all of it, in place in the mapped file
+        return Status::kOk;
+    }
+    const Status status = DecodeWholeStream(reader, reference, decoded_);
+    data_ = decoded_.Bytes();
+    return status;
+}
+
+}  // namespace zorvan

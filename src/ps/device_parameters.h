@@ -1,0 +1,17 @@
+// Values of the file that the device reads as they are: filter parameters and strings.
+#pragma once
+
+#include "pdf/object.h"
+#include "ps/output.h"
+
+namespace zorvan {
+
+/// Appends a filter's parameters as a dictionary, the keys as the file spells them; null for anything else.
+void AppendFilterParameters(OutputPiece& piece, PdfObject dictionary);
+
+/// Appends a string between its delimiters, in the very form in which it stands in the file. What is neither
+/// digit nor white space in a hexadecimal string is left out: it would end the job on the device. Empty
+/// parentheses for anything else.
+void AppendStringObject(OutputPiece& piece, PdfObject string);
+
+}  // namespace zorvan

@@ -1,0 +1,195 @@
+// Writing embedded data.
+#include "ps/embedded_data.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "api/current_job.h"
+#include "api/error_record.h"
+#include "pdf/byte_buffer.h"
+#include "pdf/codec.h"
+#include "pdf/name_table.h"
+#include "pdf/object_parser.h"
+#include "pdf/stream_reader.h"
+#include "ps/device_parameters.h"
+#include "ps/output.h"
+
+namespace zorvan {
+namespace {
+
+/// Data of this size and more does not fit into a string of every device.
+constexpr std::size_t kStringLimit = 65536;
+
+/// Behind an array of strings: the index goes round after 81 of them, whatever their number. The prolog hands
+/// each out once.
+constexpr std::string_view kCycle = "\n} _i get /_i _i 1 add 81 mod def}\n/_i 0\nID \n";
+
+std::string_view AsText(Bytes bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+bool IsDeviceFilter(const StreamFilter& filter) {
+    return DecoderKindOf(filter.name) != CodecKind::kNone;
+}
+
+void AppendFilterName(OutputPiece& piece, const StreamFilter& filter) {
+    piece.Append("/").Append(CurrentNames().PlainText(filter.name));
+}
+
+void AppendOneFilter(OutputPiece& piece, const StreamFilter& filter) {
+    AppendFilterName(piece.Append("/Filter "), filter);
+    piece.Append("\n");
+    if (Is(filter.decodeParms, ObjectType::kDictionary)) {
+        AppendFilterParameters(piece.Append("/DecodeParms "), filter.decodeParms);
+    }
+}
+
+void AppendFilters(OutputPiece& piece, const std::vector<StreamFilter>& filters) {
+    piece.Append("/Filter [");
+    for (const StreamFilter& filter : filters) {
+        AppendFilterName(piece.Append(&filter == &filters.front() ? "" : " "), filter);
+    }
+    piece.Append("]\n");
+    const bool any = std::ranges::any_of(
+        filters, [](const StreamFilter& filter) { return Is(filter.decodeParms, ObjectType::kDictionary); });
+    if (!any) {
+        return;
+    }
+    piece.Append("/DecodeParms [");
+    for (const StreamFilter& filter : filters) {
+        AppendFilterParameters(piece.Append(&filter == &filters.front() ? "" : " "), filter.decodeParms);
+    }
+    piece.Append("]");
+}
+
+/// The data compressed, since it must end by a mark of its own. Hosts know such a block by the fixed count:
+/// it does not measure the data.
+Status EmbedCompressed(StreamReader& reader, DataIntent intent) {
+    OutputPiece piece;
+    piece.Append(" currentfile <</Filter /LZWDecode /Intent ")
+        .AppendInteger(static_cast<std::int32_t>(intent))
+        .Append(">> /ReusableStreamDecode\n%%BeginData: 256 Bytes\nfilter\n");
+    RETURN_IF_FAILED(piece.Write());
+    Codec encoder(CodecKind::kLZWDecodeEncoder, WriteOutput);
+    int state = 1;
+    while (state > 0) {
+        Bytes chunk;
+        state = reader.ReadChunk(chunk);
+        RETURN_IF_FAILED(encoder.EncodeChunk(chunk));
+    }
+    RETURN_IF_FAILED(encoder.EndEncoding());
+    return WriteOutput("\n%%EndData\n");
+}
+
+Status EmbedRaw(StreamReader& reader, DataIntent intent) {
+    OutputPiece piece;
+    piece.Append(" currentfile <<");
+    if (reader.Filters().size() == 1) {
+        AppendOneFilter(piece, reader.Filters().front());
+    } else {
+        AppendFilters(piece, reader.Filters());
+    }
+    piece.Append("/Intent ")
+        .AppendInteger(static_cast<std::int32_t>(intent))
+        .Append(" >> /ReusableStreamDecode\n%%BeginData: ")
+        .AppendUnsigned(reader.Length())
+        .Append(" Bytes\nfilter\n");
+    RETURN_IF_FAILED(piece.Write());
+    int state = 1;
+    while (state > 0) {
+        Bytes chunk;
+        state = reader.ReadChunk(chunk);
+        RETURN_IF_FAILED(WriteOutput(AsText(chunk)));
+    }
+    return WriteOutput("\n%%EndData\n");
+}
+
+std::string_view Opening(CodecKind encoderKind) {
+    return encoderKind == CodecKind::kASCIIHexDecodeEncoder ? "<" : "<~";
+}
+
+Status Decode(PdfObject stream, PdfObject reference, ByteBuffer& data) {
+    StreamReader reader(stream);
+    return DecodeWholeStream(reader, reference, data);
+}
+
+/// One encoder serves all strings: each ends with its own end of data. The first one is opened already.
+Status WriteStrings(Bytes bytes, std::size_t length, CodecKind encoderKind) {
+    Codec encoder(encoderKind, WriteOutput);
+    do {
+        const Bytes piece = bytes.first(std::min(length, bytes.size()));
+        RETURN_IF_FAILED(encoder.EncodeChunk(piece));
+        RETURN_IF_FAILED(encoder.EndEncoding());
+        bytes = bytes.subspan(piece.size());
+        if (!bytes.empty()) {
+            RETURN_IF_FAILED(WriteOutput(Opening(encoderKind)));
+        }
+    } while (!bytes.empty());
+    return Status::kOk;
+}
+
+Status EmbedStrings(PdfObject stream, PdfObject reference) {
+    ByteBuffer data;
+    RETURN_IF_FAILED(Decode(stream, reference, data));
+    if (data.Size() < kStringLimit) {
+        return EmbedAscii85String(data.Bytes());
+    }
+    RETURN_IF_FAILED(WriteOutput("{{<~"));
+    RETURN_IF_FAILED(WriteStrings(data.Bytes(), kStringLimit, CodecKind::kASCII85DecodeEncoder));
+    return WriteOutput(kCycle);
+}
+
+}  // namespace
+
+bool HasDeviceFilters(PdfObject stream) {
+    return std::ranges::all_of(StreamReader(stream).Filters(), IsDeviceFilter);
+}
+
+Status EmbedStream(PdfObject stream, PdfObject reference, DataIntent intent) {
+    StreamReader reader(stream);
+    if (reader.Filters().empty()) {
+        return EmbedCompressed(reader, intent);
+    }
+    if (!std::ranges::all_of(reader.Filters(), IsDeviceFilter)) {
+        return Fail(Status::kDecodeError, reference);
+    }
+    return EmbedRaw(reader, intent);
+}
+
+Status EmbedCountedString(PdfObject stream, PdfObject reference) {
+    ByteBuffer data;
+    RETURN_IF_FAILED(Decode(stream, reference, data));
+    const auto count = static_cast<std::uint32_t>(data.Size());
+    OutputPiece piece;
+    piece.Append(" currentfile ")
+        .AppendUnsigned(count)
+        .Append(" string\n%%BeginData:")
+        .AppendUnsigned(count)
+        .Append(" Bytes\n{readstring pop} bind exec\n");
+    RETURN_IF_FAILED(piece.Write());
+    RETURN_IF_FAILED(WriteOutput(AsText(data.Bytes())));
+    return WriteOutput("\n%%EndData\n");
+}
+
+Status EmbedShadingData(PdfObject stream, PdfObject reference) {
+    return EmbedStrings(stream, reference);
+}
+
+Status EmbedFunctionData(PdfObject stream, PdfObject reference) {
+    return EmbedStrings(stream, reference);
+}
+
+Status EmbedInlineData(Bytes bytes, CodecKind encoderKind) {
+    constexpr std::size_t kInlineString = 65535;  // a string is to hold it
+    RETURN_IF_FAILED(WriteOutput("/DataSource {{"));
+    RETURN_IF_FAILED(WriteOutput(Opening(encoderKind)));
+    RETURN_IF_FAILED(WriteStrings(bytes, std::min(kInlineString, bytes.size()), encoderKind));
+    return WriteOutput(bytes.size() <= kInlineString ? "} 0 get}\n" : kCycle);
+}
+
+Status EmbedAscii85String(Bytes bytes) {
+    RETURN_IF_FAILED(WriteOutput("<~"));
+    return WriteStrings(bytes, bytes.size(), CodecKind::kASCII85DecodeEncoder);
+}
+
+}  // namespace zorvan

@@ -1,0 +1,41 @@
+// Stream data inside the PostScript: passed through as it stands wherever the device has the filter, encoded
+// anew where it has not.
+#pragma once
+
+#include <cstdint>
+
+#include "api/status.h"
+#include "pdf/byte_scan.h"
+#include "pdf/codec.h"
+#include "pdf/object.h"
+
+namespace zorvan {
+
+/// What a reusable stream is for (PLRM 3.13, ReusableStreamDecode).
+enum class DataIntent : std::int32_t { kImage = 0, kMask = 1, kLookup = 2, kOther = 3 };
+
+/// True when the device has every filter of the stream (a direct value).
+bool HasDeviceFilters(PdfObject stream);
+
+/// Each takes a stream as it was resolved, and the reference of the object that errors are recorded with.
+
+/// Writes the data as a reusable stream over the file itself, which ends as an object on the operand stack. A
+/// stream without a filter is compressed. kDecodeError, recorded, for a filter that PostScript does not have.
+Status EmbedStream(PdfObject stream, PdfObject reference, DataIntent intent);
+
+/// Writes the decoded data so that it ends as a string on the operand stack. kDecodeError, recorded, when it
+/// is damaged.
+Status EmbedCountedString(PdfObject stream, PdfObject reference);
+
+/// Write the decoded data as one ASCII85 string, or, from 65,536 bytes on, as a procedure that returns one
+/// string of an array after the other. kDecodeError, recorded, when it is damaged.
+Status EmbedShadingData(PdfObject stream, PdfObject reference);
+Status EmbedFunctionData(PdfObject stream, PdfObject reference);
+
+/// Writes the bytes of an inline image as its "/DataSource" procedure, in ASCII85 or in hexadecimal digits.
+Status EmbedInlineData(Bytes bytes, CodecKind encoderKind);
+
+/// Writes bytes as one ASCII85 string: a lookup table, for instance.
+Status EmbedAscii85String(Bytes bytes);
+
+}  // namespace zorvan

@@ -1,0 +1,21 @@
+// Arrays of numbers from the file, as they go into matrices, boxes and the like.
+#pragma once
+
+#include <cstdint>
+
+#include "pdf/object.h"
+#include "ps/output.h"
+
+namespace zorvan {
+
+/// Appends so many elements of an array (its value or a reference), each resolved and followed by a blank.
+/// What is missing or no number counts as 0.
+void AppendNumbers(OutputPiece& piece, PdfObject array, std::uint32_t count);
+
+/// The same of all its elements.
+void AppendNumbers(OutputPiece& piece, PdfObject array);
+
+/// A number of such an array.
+float NumberAt(PdfObject array, std::uint32_t index);
+
+}  // namespace zorvan
