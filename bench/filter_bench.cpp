@@ -36,7 +36,8 @@ int DropBytes(const int* /*slot*/, const void* bytes, unsigned int count, unsign
 void EncodeAll(benchmark::State& state) {
     const std::string data = Sample(state);
     for (auto _ : state) {
-        const auto encoder = NewEncoder(CodecOf(state).encoder, {nullptr, nullptr, DropBytes});
+        const auto encoder =
+            NewEncoder(CodecOf(state).encoder, {CodecOf(state).encoder.parameters, nullptr, DropBytes});
         encoder->Encode(AsBytes(data));
         encoder->End();
     }

@@ -22,7 +22,7 @@ struct FontInfo {
     std::string name;      // the PDF's
     FontKind kind = FontKind::kOfDevice;
 
-    auto operator<=>(const FontInfo&) const = default;
+    std::strong_ordering operator<=>(const FontInfo&) const = default;
 };
 
 // Reads the whole output of a conversion. The library writes a font into the setup of the document or of a

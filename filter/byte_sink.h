@@ -30,6 +30,8 @@ public:
     // Passes on what is there. Nothing is passed, and the write function not called, when nothing is there
     // or after a refusal: bytes that follow a refusal are dropped, so encoders need not look.
     void HandOn();
+    // An encoder that cannot go on makes its own failure one of these.
+    void Fail() { failed_ = true; }
     bool HasFailed() const { return failed_; }
 
 private:

@@ -109,10 +109,29 @@ constexpr bool IsWhiteSpace(int byte) {
     return byte == ' ' || (byte >= '\t' && byte <= '\r' && byte != '\v') || byte == 0;
 }
 
-// Memory is asked for here only, and its lack is a null pointer: nothing is thrown.
-template <typename Codec, typename Setup>
-std::unique_ptr<Codec> NewCodec(const Setup& setup) {
-    return std::unique_ptr<Codec>(new (std::nothrow) Codec(setup));
+// Stands for what cannot be decoded, so that a null pointer has one meaning: memory is lacking.
+class DecoderOfNothing : public Decoder {
+public:
+    using Decoder::Decoder;
+
+private:
+    Progress DecodeBytes(Output& /*output*/) override { return Progress::kDamaged; }
+};
+
+// Memory is asked for when a codec is made, and its lack is a null pointer: nothing is thrown.
+template <typename Codec, typename... Setup>
+std::unique_ptr<Codec> NewCodec(const Setup&... setup) {
+    return std::unique_ptr<Codec>(new (std::nothrow) Codec(setup...));
+}
+
+// The same for a codec that must be opened, which fails when memory is lacking.
+template <typename Codec, typename... Setup>
+std::unique_ptr<Codec> NewOpenCodec(const Setup&... setup) {
+    auto codec = NewCodec<Codec>(setup...);
+    if (codec != nullptr && !codec->Open()) {
+        return nullptr;
+    }
+    return codec;
 }
 
 }  // namespace zorvan::filter

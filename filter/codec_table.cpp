@@ -4,6 +4,8 @@
 #include <array>
 
 #include "filter/ascii85.h"
+#include "filter/ccitt.h"
+#include "filter/dct.h"
 #include "filter/flate.h"
 #include "filter/hex.h"
 #include "filter/lzw.h"
@@ -20,20 +22,13 @@ struct Row {
 };
 
 constexpr std::array kRows = {
+    Row{FILTER_ENCODE_DCT, FILTER_DECODE_DCT, NewDctEncoder, NewDctDecoder},
+    Row{FILTER_ENCODE_CCITTFAX, FILTER_DECODE_CCITTFAX, NewCcittEncoder, NewCcittDecoder},
     Row{FILTER_ENCODE_FLATE, FILTER_DECODE_FLATE, NewFlateEncoder, NewFlateDecoder},
     Row{FILTER_ENCODE_LZW, FILTER_DECODE_LZW, NewLzwEncoder, NewLzwDecoder},
     Row{FILTER_ENCODE_RUNLENGTH, FILTER_DECODE_RUNLENGTH, NewRunLengthEncoder, NewRunLengthDecoder},
     Row{FILTER_ENCODE_ASCII85, FILTER_DECODE_ASCII85, NewAscii85Encoder, NewAscii85Decoder},
     Row{FILTER_ENCODE_ASCIIHEX, FILTER_DECODE_ASCIIHEX, NewHexEncoder, NewHexDecoder},
-};
-
-// Stands for what cannot be decoded, so that a null pointer has one meaning: memory is lacking.
-class DecoderOfNothing : public Decoder {
-public:
-    using Decoder::Decoder;
-
-private:
-    Progress DecodeBytes(Output& /*output*/) override { return Progress::kDamaged; }
 };
 
 }  // namespace

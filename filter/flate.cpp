@@ -141,15 +141,6 @@ private:
     std::unique_ptr<z_stream, Close> opened_;
 };
 
-template <typename Codec, typename Setup>
-std::unique_ptr<Codec> NewOpenCodec(const Setup& setup) {
-    auto codec = NewCodec<Codec>(setup);
-    if (codec != nullptr && !codec->Open()) {
-        return nullptr;
-    }
-    return codec;
-}
-
 }  // namespace
 
 std::unique_ptr<Encoder> NewFlateEncoder(const EncoderSetup& setup) {

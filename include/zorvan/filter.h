@@ -3,7 +3,9 @@
  *
  * The library is loaded at run time and its entry points are looked up by name, so this header declares
  * the function types as well as the functions. Every handle belongs to one caller; two handles may be used
- * side by side on one thread. Memory use is fixed for a handle, whatever the length of the data.
+ * side by side on one thread. Memory use is fixed for a handle, whatever the length of the data; a DCT
+ * decoder's grows with the width of the picture, or, where a file has several scans, with the picture, which
+ * is damaged to it beyond 256 MiB.
  *
  * Filter codes: even ones encode, odd ones decode.
  */
@@ -33,7 +35,18 @@ enum {
     FILTER_DECODE_ASCIIHEX = 13
 };
 
-/* The parameter block of the CCITTFax codes; booleans are 0 or 1. See PDF Reference, CCITTFaxDecode. */
+/*
+ * The parameter block of the CCITTFax codes; booleans are 0 or 1. See PDF Reference, CCITTFaxDecode. Without
+ * a block the defaults hold: 0 each, but 1728 columns and end_of_block 1.
+ *
+ * Columns are 1 to FILTER_CCITT_MAXIMUM_COLUMNS and rows 0 or more; other numbers are unusable. A row of
+ * plain data takes whole bytes; a decoder fills the last one with white. An encoder fills up a last row that
+ * is not whole with white and does not read `rows`. With `k` above 0 and without end-of-line codes, which
+ * would tell them, the first of every `k` rows is coded in one dimension.
+ *
+ * A decoder takes end-of-line codes wherever they are. Where they are, a damaged row of Group 3 data is
+ * replaced by the row above it and all is well; other damage is told. Uncompressed mode counts as damage.
+ */
 typedef struct FilterCcittParameters {
     int k;
     int end_of_line;
@@ -44,10 +57,29 @@ typedef struct FilterCcittParameters {
     int black_is_1;
 } FilterCcittParameters;
 
-/* The parameter block of the DCT codes: 48 bytes, all zero for the defaults. */
+enum { FILTER_CCITT_MAXIMUM_COLUMNS = 1048576 };
+
+/*
+ * The parameter block of the DCT codes: 48 bytes. A decoder reads none of them: JPEG data tells of itself.
+ * It delivers rows of samples of 8 bits, the components of a pixel side by side: 1 to 4. Three components
+ * are converted from YCbCr to RGB and four from YCCK to CMYK as DCTDecode has it: as the transform of an
+ * Adobe marker says; without one three are and four are not. CMYK is delivered as it is stored.
+ *
+ * An encoder needs the first three of the words below; without them, or without a block, there is none. It
+ * takes exactly width x height x components samples for each piece of data (or none, which gives none), and
+ * fails when there are more, or fewer at the end. Words that are not named are 0.
+ */
 typedef struct FilterDctParameters {
     unsigned int words[12];
 } FilterDctParameters;
+
+enum {
+    FILTER_DCT_WIDTH = 0,      /* in pixels, 1 to 65500 */
+    FILTER_DCT_HEIGHT = 1,     /* in pixels, 1 to 65500 */
+    FILTER_DCT_COMPONENTS = 2, /* 1 gray, 3 RGB, 4 CMYK */
+    FILTER_DCT_QUALITY = 3,    /* 1 to 100, 0 for 75 */
+    FILTER_DCT_TRANSFORM = 4   /* 0 as a decoder assumes, 1 none, 2 RGB to YCbCr and CMYK to YCCK */
+};
 
 /*
  * Takes encoded bytes from an encoder. `slot` is the pointer given to CreateEncoder; `count` is above 0.

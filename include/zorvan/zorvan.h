@@ -21,10 +21,12 @@
  * locked. The callback runs on the caller's thread, inside the call that produces the output, and must
  * not call back into the library.
  *
- * Results: 0 is success. Values from -4095 to -4068 are the library's own errors: the first one of a job
- * is kept and told by KAPRINE_GetErrInfo. -1 means that there is no job, that a job or file is already
- * open, that its object could not be allocated, or that a codec failed. Any other value is a status of
- * the host's own callback, handed back as it came and never recorded.
+ * Results: 0 is success; an error may be recorded all the same, when something of a page was left out and the
+ * rest went on: ask KAPRINE_GetErrInfo before KAPRINE_End. It keeps the first error of a job, so a host that
+ * wants to know about each file runs one job a file. Values from -4095 to -4068 are the library's own errors:
+ * the first one of a job is kept and told by KAPRINE_GetErrInfo. -1 means that there is no job, that a job or
+ * file is already open, that its object could not be allocated, or that a codec failed. Any other value is a
+ * status of the host's own callback, handed back as it came and never recorded.
  *
  * No C++ exception leaves these functions, and the library neither prints, nor exits, nor touches signals.
  */

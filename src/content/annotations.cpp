@@ -8,6 +8,7 @@
 #include "api/current_job.h"
 #include "content/drawn_names.h"
 #include "content/interpreter.h"
+#include "content/opi.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 #include "ps/number_array.h"
@@ -92,14 +93,20 @@ Status WriteNumbers(std::span<const float> numbers, std::string_view text) {
     return line.Append(text).Write();
 }
 
-Status RunAnnotation(const Annotation& annotation) {
+Status RunAnnotation(const Annotation& annotation, const ResourceScope* pageScope) {
     const Resolved form(annotation.appearance);
     RETURN_IF_FAILED(WriteOutput("q\n"));
     RETURN_IF_FAILED(WriteNumbers(annotation.rectangle, "RC\n"));
     RETURN_IF_FAILED(
         WriteNumbers(AppearanceMatrix(StreamDictionary(form.Get()), annotation.rectangle), "cm\n"));
-    RETURN_IF_FAILED(
-        ContentInterpreter(annotation.scope.get(), annotation.appearance, ContentKind::kForm).Run());
+    // As in a form, an appearance without resources of its own finds those of what it is drawn on.
+    ContentInterpreter interpreter(annotation.scope != nullptr ? annotation.scope.get() : pageScope,
+                                   annotation.appearance, ContentKind::kForm);
+    RETURN_IF_FAILED(interpreter.WriteDefaultSpaces());
+    const OpiBracket opi(StreamDictionary(form.Get()));
+    RETURN_IF_FAILED(opi.Begin());
+    RETURN_IF_FAILED(interpreter.Run());
+    RETURN_IF_FAILED(opi.End());
     return WriteOutput("Q\n");
 }
 
@@ -129,7 +136,8 @@ std::vector<Annotation> ReadAnnotations(PdfObject pageDictionary) {
 
 void MarkDrawnInAnnotations(const Page& page) {
     for (const Annotation& annotation : page.annotations) {
-        MarkDrawnIn(annotation.scope.get(), annotation.appearance);
+        MarkDrawnIn(annotation.scope != nullptr ? annotation.scope.get() : page.scope.get(),
+                    annotation.appearance);
     }
 }
 
@@ -144,7 +152,7 @@ Status EmitAnnotationResources(const Page& page) {
 
 Status RunAnnotations(const Page& page) {
     for (const Annotation& annotation : page.annotations) {
-        RETURN_IF_FAILED(RunAnnotation(annotation));
+        RETURN_IF_FAILED(RunAnnotation(annotation, page.scope.get()));
     }
     return Status::kOk;
 }

@@ -15,9 +15,13 @@ namespace family {
 constexpr std::uint32_t kGray = 1;
 constexpr std::uint32_t kRgb = 2;
 constexpr std::uint32_t kCmyk = 4;
+constexpr std::uint32_t kCalGray = 16;
+constexpr std::uint32_t kCalRgb = 32;
 constexpr std::uint32_t kLab = 64;
 constexpr std::uint32_t kIndexed = 256;
 constexpr std::uint32_t kPattern = 512;
+constexpr std::uint32_t kSeparation = 1024;
+constexpr std::uint32_t kDeviceN = 2048;
 /// A space that the library does not build (yet). Its colours take whatever operands stand there and write
 /// nothing.
 constexpr std::uint32_t kNotBuilt = 0xFFFFFFFF;

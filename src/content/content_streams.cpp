@@ -26,15 +26,21 @@ Status ForEachContentStream(PdfObject contents, const ContentStreamTaker& take) 
 }
 
 Status DecodedContent::Decode(PdfObject stream, PdfObject reference) {
-    StreamReader reader(stream);
-    if (reader.IsCutShort()) {
+    if (StreamReader(stream).IsCutShort()) {
         RecordError(Status::kDataNotEnough, reference);
     }
+    const Status status = DecodeUnrecorded(stream);
+    RecordError(status, reference);
+    return status;
+}
+
+Status DecodedContent::DecodeUnrecorded(PdfObject stream) {
+    StreamReader reader(stream);
     if (reader.Filters().empty()) {
-        reader.ReadChunk(data_);  // all of it, in place in the mapped file
+        data_ = reader.Raw();  // in place in the mapped file
         return Status::kOk;
     }
-    const Status status = DecodeWholeStream(reader, reference, decoded_);
+    const Status status = DecodeStream(reader, decoded_);
     data_ = decoded_.Bytes();
     return status;
 }

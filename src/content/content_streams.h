@@ -25,6 +25,9 @@ public:
     /// kDecodeError, recorded, when the data is damaged: it then ends where the damage begins.
     Status Decode(PdfObject stream, PdfObject reference);
 
+    /// The same without a record of what goes wrong.
+    Status DecodeUnrecorded(PdfObject stream);
+
     [[nodiscard]] Bytes Data() const { return data_; }
 
 private:

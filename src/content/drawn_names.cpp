@@ -13,27 +13,34 @@
 namespace zorvan {
 namespace {
 
-bool IsBlank(std::uint8_t byte) {
-    return byte <= 0x20;
-}
-
 bool IsOperator(Bytes content, std::size_t place) {
     constexpr std::string_view kDo = "Do";
     const std::size_t end = place + kDo.size();
-    return StandsAt(content, place, kDo) && place > 0 && IsBlank(content[place - 1]) &&
+    return StandsAt(content, place, kDo) && (place == 0 || !IsPdfRegular(content[place - 1])) &&
            (end == content.size() || !IsPdfRegular(content[end]));
 }
 
-/// The name that ends before a place; 0 when there is none.
+/// True when a comment may reach up to a place.
+bool IsInComment(Bytes content, std::size_t place) {
+    while (place > 0 && content[place - 1] != '\n' && content[place - 1] != '\r') {
+        if (content[--place] == '%') {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The name that ends before a place; 0 when there is none for certain.
 std::uint32_t NameBefore(Bytes content, std::size_t place, NameTable& names) {
-    while (place > 0 && IsBlank(content[place - 1])) {
+    constexpr std::size_t kLongest = 512;  // with all its escapes
+    while (place > 0 && content[place - 1] <= 0x20) {
         --place;
     }
     std::size_t begin = place;
-    while (begin > 0 && IsPdfRegular(content[begin - 1])) {
+    while (begin > 0 && IsPdfRegular(content[begin - 1]) && place - begin < kLongest) {
         --begin;
     }
-    if (begin == 0 || content[begin - 1] != '/') {
+    if (begin == 0 || content[begin - 1] != '/' || IsInComment(content, begin - 1)) {
         return 0;
     }
     PdfObject token;
@@ -45,19 +52,6 @@ std::uint32_t NameBefore(Bytes content, std::size_t place, NameTable& names) {
 void MarkCategory(const ResourceScope& scope, ResourceCategory category) {
     for (const ScopeEntry& entry : scope.Entries(category)) {
         CurrentRegistry().MarkDrawn(category, entry.key);
-    }
-}
-
-void MarkDrawnBy(const ResourceScope& scope, Bytes content) {
-    std::vector<std::uint32_t> drawn;
-    if (!FindDrawnNames(content, CurrentNames(), drawn)) {
-        MarkCategory(scope, ResourceCategory::kXObject);
-        return;
-    }
-    for (const std::uint32_t name : drawn) {
-        if (const ScopeEntry* entry = scope.Find(ResourceCategory::kXObject, name)) {
-            CurrentRegistry().MarkDrawn(ResourceCategory::kXObject, entry->key);
-        }
     }
 }
 
@@ -79,22 +73,42 @@ bool FindDrawnNames(Bytes content, NameTable& names, std::vector<std::uint32_t>&
     return true;
 }
 
-void MarkDrawnIn(const ResourceScope* scope, PdfObject contents) {
-    if (scope == nullptr) {
+void MarkFontsAndPatterns(const ResourceScope* scope) {
+    if (scope != nullptr) {
+        const auto inForce = CurrentRegistry().PutInForce(scope);
+        MarkCategory(*scope, ResourceCategory::kFont);
+        MarkCategory(*scope, ResourceCategory::kPattern);
+    }
+}
+
+void MarkXObjects(const ResourceScope* scope, PdfObject contents) {
+    if (scope == nullptr || scope->Entries(ResourceCategory::kXObject).empty()) {
         return;
     }
-    const auto inForce = CurrentRegistry().PutInForce(scope);
-    MarkCategory(*scope, ResourceCategory::kFont);
-    MarkCategory(*scope, ResourceCategory::kPattern);
-    if (scope->Entries(ResourceCategory::kXObject).empty()) {
-        return;
-    }
-    static_cast<void>(ForEachContentStream(contents, [scope](PdfObject reference, PdfObject stream) {
+    std::vector<std::uint32_t> drawn;
+    bool found = true;
+    // The data is gone again before anything else is looked into.
+    static_cast<void>(ForEachContentStream(contents, [&](PdfObject /*reference*/, PdfObject stream) {
         DecodedContent content;
-        static_cast<void>(content.Decode(stream, reference));  // its errors are told when it is run
-        MarkDrawnBy(*scope, content.Data());
+        static_cast<void>(content.DecodeUnrecorded(stream));  // its errors are told when it is run
+        found = FindDrawnNames(content.Data(), CurrentNames(), drawn) && found;
         return Status::kOk;
     }));
+    const auto inForce = CurrentRegistry().PutInForce(scope);
+    if (!found) {
+        MarkCategory(*scope, ResourceCategory::kXObject);
+        return;
+    }
+    for (const std::uint32_t name : drawn) {
+        if (const ScopeEntry* entry = scope->Find(ResourceCategory::kXObject, name)) {
+            CurrentRegistry().MarkDrawn(ResourceCategory::kXObject, entry->key);
+        }
+    }
+}
+
+void MarkDrawnIn(const ResourceScope* scope, PdfObject contents) {
+    MarkFontsAndPatterns(scope);
+    MarkXObjects(scope, contents);
 }
 
 }  // namespace zorvan

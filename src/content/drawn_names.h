@@ -15,8 +15,11 @@ class ResourceScope;
 /// in strings or image data looks the same. False when a name cannot be made out: then anything may be drawn.
 bool FindDrawnNames(Bytes content, NameTable& names, std::vector<std::uint32_t>& drawn);
 
-/// Tells each XObject of the scope that the content (a `Contents` value) draws, and the fonts and patterns of
-/// the scope, that they are drawn on the page that will be written next.
+/// Tells the fonts and patterns of a scope that they may be drawn on the page that is written next.
+void MarkFontsAndPatterns(const ResourceScope* scope);
+/// Tells each XObject of the scope that the content (a `Contents` value) draws.
+void MarkXObjects(const ResourceScope* scope, PdfObject contents);
+/// Both.
 void MarkDrawnIn(const ResourceScope* scope, PdfObject contents);
 
 }  // namespace zorvan

@@ -1,10 +1,30 @@
 // The emitters that need no resource: fixed texts, numbers, dash, intent, and what is passed over.
+#include <vector>
+
 #include "api/current_job.h"
 #include "content/inline_image.h"
 #include "content/interpreter.h"
 #include "pdf/name_table.h"
 
 namespace zorvan {
+namespace {
+
+/// Pairs are taken from the last to the first: an odd entry is the one behind the mark, and of a key that is
+/// met twice the first value stays.
+PdfObject MakeImageDictionary(std::span<const PdfObject> keysAndValues) {
+    std::vector<PdfObject> pairs;
+    pairs.reserve(keysAndValues.size());
+    for (std::size_t i = keysAndValues.size(); i >= 2; i -= 2) {
+        pairs.push_back(keysAndValues[i - 2]);
+        pairs.push_back(keysAndValues[i - 1]);
+    }
+    if (keysAndValues.size() % 2 != 0) {
+        FreeObject(keysAndValues.front());
+    }
+    return MakeDictionary(pairs);
+}
+
+}  // namespace
 
 void ContentInterpreter::AppendOperands(std::span<const PdfObject> operands) {
     for (const PdfObject operand : operands) {
@@ -73,14 +93,14 @@ Status ContentInterpreter::BeginInlineImage(const OperatorRow& row) {
 }
 
 Status ContentInterpreter::WriteInlineImage(const OperatorRow& /*row*/) {
-    if (!operands_.Close(MakeDictionary)) {
+    if (!operands_.Close(MakeImageDictionary)) {
         operands_.Clear();
-        rest_ = rest_.subspan(FindInlineImageEnd(rest_));
+        rest_ = rest_.subspan(imageEnds_.Find(rest_, 0));
         return Status::kOk;
     }
     const OwnedObject dictionary = operands_.Pop();
     InlineImage image(dictionary.Get(), scope_);
-    rest_ = rest_.subspan(image.TakeData(rest_));
+    rest_ = rest_.subspan(image.TakeData(rest_, imageEnds_));
     return image.Write();
 }
 

@@ -2,11 +2,13 @@
 #include "content/form_xobject.h"
 
 #include "api/current_job.h"
+#include "api/error_record.h"
 #include "content/drawn_names.h"
 #include "content/interpreter.h"
 #include "content/opi.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "platform/scoped_value.h"
 #include "ps/number_array.h"
 #include "ps/resource_registry.h"
 
@@ -51,6 +53,7 @@ void FormXObject::MarkDrawn() {
 }
 
 Status FormXObject::WriteResource() {
+    const ScopedValue writing(writing_, true);
     const ResourceScope* scope = Scope();
     if (scope_ != nullptr) {
         RETURN_IF_FAILED(CurrentRegistry().EmitScope(*scope_));
@@ -79,6 +82,11 @@ Status FormXObject::WriteContent(const ResourceScope* scope) {
 }
 
 Status FormXObject::Paint(ContentKind /*kind*/) {
+    if (writing_) {
+        // Inside itself: the device would never come to an end.
+        RecordError(Status::kIllegalXObject, MakeReference(Key().number, Key().generation));
+        return Status::kOk;
+    }
     OutputPiece line;
     AppendUse(line);
     return line.Append(" /Form findRes EF\n").Write();

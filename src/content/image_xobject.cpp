@@ -7,6 +7,7 @@
 #include "content/opi.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "pdf/stream_reader.h"
 #include "ps/embedded_data.h"
 #include "ps/number_array.h"
 #include "ps/resource_registry.h"
@@ -42,11 +43,12 @@ PdfObject ImageXObject::Entry(std::uint32_t key) const {
 /// The file may leave the number out where the data itself tells it.
 std::int32_t ImageXObject::Bits() const {
     const std::int32_t bits = IntegerOf(Resolved(Entry(names::kBitsPerComponent)).Get());
-    if (bits > 0) {
+    if (stencil_ || bits > 0) {
         return stencil_ ? 1 : bits;
     }
-    const Resolved filter(Entry(names::kFilter));
-    return stencil_ || NameOf(filter.Get()) == names::kCCITTFaxDecode ? 1 : 8;
+    const StreamReader reader(stream_.Get());
+    const bool fax = !reader.Filters().empty() && reader.Filters().back().name == names::kCCITTFaxDecode;
+    return fax ? 1 : 8;
 }
 
 Status ImageXObject::RegisterUsed() {
@@ -71,11 +73,23 @@ void ImageXObject::MarkDrawn() {
 const ImageXObject* ImageXObject::Mask() const {
     const auto* mask =
         dynamic_cast<const ImageXObject*>(CurrentRegistry().GetObject(ResourceCategory::kXObject, maskKey_));
-    return mask != nullptr && mask->CanBePainted() ? mask : nullptr;
+    return mask != nullptr && mask->stencil_ && mask->CanBePainted() ? mask : nullptr;
 }
 
 bool ImageXObject::CanBePainted() const {
-    return !missing_ && drawnIn_ == CurrentRegistry().PageSerial() && space_.IsThere();
+    return !missing_ && drawnIn_ == CurrentRegistry().PageSerial() && Fault() == Status::kOk;
+}
+
+Status ImageXObject::Fault() const {
+    if (IntegerOf(Resolved(Entry(names::kWidth)).Get()) <= 0 ||
+        IntegerOf(Resolved(Entry(names::kHeight)).Get()) <= 0) {
+        return Status::kIllegalXObject;
+    }
+    if (!space_.IsThere()) {
+        return Status::kUndefinedColorSpace;
+    }
+    return imageKind_ == ImageKind::kStencilMasked && Mask() == nullptr ? Status::kUnsupportedType3Image
+                                                                        : Status::kOk;
 }
 
 Status ImageXObject::WriteResource() {
@@ -91,6 +105,9 @@ Status ImageXObject::WriteResource() {
     if (imageKind_ == ImageKind::kStencilMasked) {
         RETURN_IF_FAILED(CurrentRegistry().EmitIfNeeded(ResourceCategory::kXObject, maskKey_));
     }
+    if (Fault() != Status::kOk) {
+        return Status::kOk;  // told where it is painted
+    }
     OutputPiece name;
     AppendUse(name);
     RETURN_IF_FAILED(name.Write());
@@ -100,17 +117,12 @@ Status ImageXObject::WriteResource() {
 }
 
 Status ImageXObject::Paint(ContentKind /*kind*/) {
-    if (missing_) {
-        return Status::kOk;
-    }
-    if (!space_.IsThere()) {
-        if (CurrentRegistry().Builds(ResourceCategory::kColorSpace)) {
-            RecordError(Status::kUndefinedColorSpace, Reference());
-        }
-        return Status::kOk;
-    }
-    if (imageKind_ == ImageKind::kStencilMasked && Mask() == nullptr) {
-        RecordError(Status::kUnsupportedType3Image, Reference());
+    const Status fault = Fault();
+    if (missing_ || fault != Status::kOk) {
+        // A space that the library does not build (yet) is nobody's fault.
+        const bool unbuilt = fault == Status::kUndefinedColorSpace && !IsNull(Entry(names::kColorSpace)) &&
+                             !CurrentRegistry().Builds(ResourceCategory::kColorSpace);
+        RecordError(unbuilt ? Status::kOk : fault, Reference());
         return Status::kOk;
     }
     const OpiBracket opi(StreamDictionary(stream_.Get()));

@@ -29,6 +29,8 @@ private:
     [[nodiscard]] PdfObject Reference() const { return MakeReference(Key().number, Key().generation); }
     [[nodiscard]] const ImageXObject* Mask() const;
     [[nodiscard]] std::int32_t Bits() const;
+    /// What stands in the way of painting it; kOk for nothing.
+    [[nodiscard]] Status Fault() const;
     [[nodiscard]] bool CanBePainted() const;
 
     void AppendDictionary(OutputPiece& piece, std::int32_t imageType) const;

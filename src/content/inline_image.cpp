@@ -127,14 +127,9 @@ std::size_t InlineImage::ExpectedBytes() const {
     return static_cast<std::size_t>((bits + 7) / 8 * static_cast<std::uint64_t>(std::max(height_, 0)));
 }
 
-std::size_t InlineImage::TakeData(Bytes rest) {
-    data_ = FindInlineData(rest, filters_, ExpectedBytes());
-    // Whatever the data was, "EI" is what the content goes on with.
-    if (data_.consumed < rest.size()) {
-        const std::size_t end = FindInlineImageEnd(rest, std::max<std::size_t>(data_.consumed, 1));
-        return end == rest.size() && data_.consumed != 0 ? data_.consumed : end;
-    }
-    return rest.size();
+std::size_t InlineImage::TakeData(Bytes rest, ImageEnds& ends) {
+    data_ = FindInlineData(rest, filters_, ExpectedBytes(), ends);
+    return data_.consumed;
 }
 
 bool InlineImage::CanBeWritten() const {
@@ -203,10 +198,30 @@ void InlineImage::AppendDecodeLine(OutputPiece& piece) const {
     }
     if (IsIndexed()) {
         piece.Append("/Decode [0 ").AppendInteger((1 << std::clamp(bits_, 1, 16)) - 1).Append("]\n");
-    } else if (space_.Family() == family::kLab) {
-        piece.Append("/Decode [-100 100 -100 100]\n");  // the prolog puts the lightness in front
-    } else {
-        AppendDefaultDecode(piece, space_, bits_);
+        return;
+    }
+    switch (space_.Family()) {
+        case family::kLab:
+            piece.Append("/Decode [-100 100 -100 100]\n");  // the prolog puts the lightness in front
+            break;
+        case family::kDeviceN:
+            piece.Append("/Decode [");
+            for (std::uint32_t i = 0; i < space_.Components(); ++i) {
+                piece.Append("0 1 ");
+            }
+            piece.Append("]\n");
+            break;
+        case family::kGray:
+        case family::kRgb:
+        case family::kCmyk:
+        case family::kCalGray:
+        case family::kCalRgb:
+        case family::kSeparation:
+        case family::kIndexed:
+            AppendDefaultDecode(piece, space_, bits_);
+            break;
+        default:
+            break;
     }
 }
 

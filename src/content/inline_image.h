@@ -15,7 +15,7 @@ public:
     InlineImage(PdfObject dictionary, const ResourceScope* scope);
 
     /// Finds the data behind "ID"; the result is how many bytes to go on by.
-    std::size_t TakeData(Bytes rest);
+    std::size_t TakeData(Bytes rest, ImageEnds& ends);
 
     /// Writes keys and data. Nothing for an image without a size, with a filter that PostScript lacks, or in
     /// a colour space that is not there.

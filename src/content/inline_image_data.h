@@ -18,18 +18,31 @@ struct InlineFilter {
 };
 
 struct InlineData {
-    Bytes data;                // without the white space around it
+    Bytes data;
     std::size_t consumed = 0;  // of the bytes behind "ID", up to "EI"
 };
 
-/// `rest` begins right behind "ID". Unfiltered data has `expected` bytes. Data whose first filter is an ASCII
-/// one ends with that filter's mark; other data at the first "EI" that stands between white space, is
-/// followed by what can be content, and before which the data decodes to `expected` bytes; at the first such
-/// "EI" when none does.
-InlineData FindInlineData(Bytes rest, const std::vector<InlineFilter>& filters, std::size_t expected);
+/// The search for "EI" in one stream. It remembers that there is none ahead, so that many images without an
+/// end cost no more than one.
+class ImageEnds {
+public:
+    /// The place of the next "EI" at or behind `from` that stands between white space and is followed by what
+    /// can be content; the size of `rest` when there is none.
+    std::size_t Find(Bytes rest, std::size_t from);
 
-/// The place of the next "EI" at or behind `from` that stands between white space and is followed by what can
-/// be content; the size of `rest` when there is none.
-std::size_t FindInlineImageEnd(Bytes rest, std::size_t from = 1);
+private:
+    bool none_ = false;
+};
+
+/// `rest` begins right behind "ID".
+/// - Unfiltered data has `expected` bytes, if "EI" follows them.
+/// - Data whose first filter is an ASCII one ends with that filter's mark, if nothing else than its digits
+/// stands before it.
+/// - Other data, and what is none of the above, ends at the first "EI" between white space that is followed
+/// by what can be
+///   content, or else at the first "EI" before which the data decodes to `expected` bytes.
+/// Where all of this fails the data is all there is.
+InlineData FindInlineData(Bytes rest, const std::vector<InlineFilter>& filters, std::size_t expected,
+                          ImageEnds& ends);
 
 }  // namespace zorvan

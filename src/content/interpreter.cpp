@@ -12,10 +12,30 @@
 #include "pdf/object_parser.h"
 #include "pdf/operator_code.h"
 #include "platform/limits.h"
+#include "platform/scoped_value.h"
 #include "ps/resource_registry.h"
 #include "ps/resource_scope.h"
 
 namespace zorvan {
+namespace {
+
+/// How many elements a procedure of this content has, about: a token begins behind white space or with a
+/// delimiter, and the painting of an image is some thirty.
+bool NeedsChunks(Bytes content) {
+    constexpr std::size_t kImageTokens = 32;
+    std::size_t tokens = 0;
+    std::uint8_t before = ' ';
+    for (const std::uint8_t byte : content) {
+        const bool begins = IsPdfRegular(byte) ? !IsPdfRegular(before)
+                                               : byte == '/' || byte == '(' || byte == '[' || byte == ']';
+        tokens += begins ? 1U : 0U;
+        tokens += before == 'D' && byte == 'o' ? kImageTokens : 0U;
+        before = byte;
+    }
+    return tokens > limits::kProcedureTokens;
+}
+
+}  // namespace
 
 /// The rows behind their codes: a hash table made by the compiler, so that an operator costs one probe.
 class ContentInterpreter::OperatorTable {
@@ -92,14 +112,37 @@ Status ContentInterpreter::InterpretStream(PdfObject reference, PdfObject stream
     if (content.Data().empty() || read == Status::kMemoryNotEnough) {
         return read;
     }
-    const Status status = InterpretBytes(content.Data());
+    const bool chunks = kind_ != ContentKind::kPage && NeedsChunks(content.Data());
+    const Status status = chunks ? InterpretInChunks(content.Data()) : InterpretBytes(content.Data());
     RecordError(status, reference);
     return status;
+}
+
+Status ContentInterpreter::InterpretInChunks(Bytes bytes) {
+    const ScopedValue inChunk(inChunk_, true);
+    RETURN_IF_FAILED(BeginChunk());
+    RETURN_IF_FAILED(InterpretBytes(bytes));
+    return WriteOutput("} exec\n");
+}
+
+Status ContentInterpreter::BeginChunk() {
+    chunkBegin_ = CurrentOutput().Written();
+    return WriteOutput("{\n");
+}
+
+/// Called between operators: ends a procedure that is long enough and begins the next one.
+Status ContentInterpreter::BreakChunk() {
+    if (CurrentOutput().Written() - chunkBegin_ < limits::kChunkBytes) {
+        return Status::kOk;
+    }
+    RETURN_IF_FAILED(WriteOutput("} exec\n"));
+    return BeginChunk();
 }
 
 Status ContentInterpreter::InterpretBytes(Bytes bytes) {
     NameTable& names = CurrentNames();
     rest_ = bytes;
+    imageEnds_ = {};
     std::uint32_t scanned = lex::kNothing;
     while ((scanned & lex::kEnd) == 0) {
         PdfObject token;
@@ -113,6 +156,9 @@ Status ContentInterpreter::InterpretBytes(Bytes bytes) {
             continue;
         }
         if (Is(token, ObjectType::kOperator)) {
+            if (inChunk_) {
+                RETURN_IF_FAILED(BreakChunk());
+            }
             RETURN_IF_FAILED(Operate(token.payload));
         } else if (Is(token, ObjectType::kMark)) {
             RETURN_IF_FAILED(PushMark({}));

@@ -10,6 +10,7 @@
 
 #include "api/status.h"
 #include "content/color_state.h"
+#include "content/inline_image_data.h"
 #include "content/resource_uses.h"
 #include "pdf/byte_scan.h"
 #include "pdf/object.h"
@@ -46,6 +47,9 @@ private:
 
     Status InterpretStream(PdfObject reference, PdfObject stream);
     Status InterpretBytes(Bytes bytes);
+    Status InterpretInChunks(Bytes bytes);
+    Status BeginChunk();
+    Status BreakChunk();
     Status Operate(std::uint32_t code);
 
     // Emitters without a resource (emit_operators.cpp)
@@ -124,7 +128,10 @@ private:
     PdfObject contents_;  // lent
     PdfObject directReference_;
     bool begun_ = false;  // the default spaces are written
-    Bytes rest_;          // of the stream being interpreted
+    ImageEnds imageEnds_;
+    Bytes rest_;                    // of the stream being interpreted
+    bool inChunk_ = false;          // the content is being put into procedures of its own
+    std::uint64_t chunkBegin_ = 0;  // where in the output the latest of them begins
     OutputPiece line_;
 };
 

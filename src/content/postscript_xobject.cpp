@@ -10,7 +10,8 @@ namespace zorvan {
 Status PostScriptXObject::Paint(ContentKind /*kind*/) {
     ByteBuffer text;
     StreamReader reader(stream_.Get());
-    RETURN_IF_FAILED(DecodeWholeStream(reader, MakeReference(Key().number, Key().generation), text));
+    // Recorded; what was decoded before the damage counts.
+    static_cast<void>(DecodeWholeStream(reader, MakeReference(Key().number, Key().generation), text));
     const Bytes bytes = text.Bytes();
     // Fonts of old drivers: they would take what follows on the page for their own.
     if (bytes.empty() || StandsAt(bytes, 0, "currentfile eexec")) {

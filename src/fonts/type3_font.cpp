@@ -88,8 +88,9 @@ const ResourceScope* Type3FontResource::Scope() const {
 void Type3FontResource::MarkDrawn() {
     const ResourceScope* scope = Scope();
     const Resolved glyphs(DictGet(Dictionary(), names::kCharProcs));
+    MarkFontsAndPatterns(scope);
     for (std::uint32_t i = 0; i < DictSlotCount(glyphs.Get()); ++i) {
-        MarkDrawnIn(scope, DictSlot(glyphs.Get(), i).value);
+        MarkXObjects(scope, DictSlot(glyphs.Get(), i).value);
     }
 }
 

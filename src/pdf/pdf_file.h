@@ -42,6 +42,8 @@ public:
     Status OpenPdfFile(const std::string& path);
 
     [[nodiscard]] std::span<const std::uint8_t> Bytes() const { return mapped_.Bytes(); }
+    /// Tells that these bytes of the file are done with for now.
+    void LetGo(std::span<const std::uint8_t> bytes) const { mapped_.LetGo(bytes); }
     [[nodiscard]] const XrefTable& Xref() const { return xref_; }
     [[nodiscard]] const TrailerEntries& Trailer() const { return trailer_; }
     /// The catalog's `Pages` value: the reference of the page tree's root, or null.

@@ -47,8 +47,10 @@ void StreamReader::ReadFilters(PdfObject dictionary) {
         add(filter, parms);
         return;
     }
+    // Parameters in no array of their own are those of an only filter.
+    const bool alone = ArrayCount(filter) == 1 && Is(parms, ObjectType::kDictionary);
     for (std::uint32_t i = 0; i < ArrayCount(filter); ++i) {
-        add(ArrayGet(filter, i), ArrayGet(parms, i));
+        add(ArrayGet(filter, i), alone ? parms : ArrayGet(parms, i));
     }
 }
 
@@ -93,18 +95,24 @@ int StreamReader::ReadChunk(Bytes& chunk) {
 }
 
 Status DecodeWholeStream(StreamReader& reader, PdfObject reference, ByteBuffer& data) {
+    const Status status = DecodeStream(reader, data);
+    RecordError(status, reference);
+    return status;
+}
+
+Status DecodeStream(StreamReader& reader, ByteBuffer& data) {
     reader.StartDecoding();
     int state = 1;
     while (state > 0) {
         Bytes chunk;
         state = reader.ReadChunk(chunk);
         if (data.Size() + chunk.size() > limits::kDecodedStream) {
-            return Fail(Status::kMemoryNotEnough, reference);
+            return Status::kMemoryNotEnough;
         }
         std::copy(chunk.begin(), chunk.end(), data.Room(chunk.size()).begin());
         data.Commit(chunk.size());
     }
-    return state == 0 ? Status::kOk : Fail(Status::kDecodeError, reference);
+    return state == 0 ? Status::kOk : Status::kDecodeError;
 }
 
 Status DecodeBytes(CodecKind kind, Bytes bytes, ByteBuffer& data) {

@@ -27,6 +27,8 @@ public:
 
     /// The declared length, clamped to what the file holds behind the data's start.
     [[nodiscard]] std::uint32_t Length() const { return static_cast<std::uint32_t>(raw_.size()); }
+    /// The data as it stands in the file.
+    [[nodiscard]] Bytes Raw() const { return raw_; }
     /// True when the declared length reaches beyond the file.
     [[nodiscard]] bool IsCutShort() const { return cutShort_; }
 
@@ -55,6 +57,9 @@ private:
     std::vector<std::uint8_t> buffers_[2];
     std::unique_ptr<Codec> decoders_[2];
 };
+
+/// DecodeWholeStream without a record.
+Status DecodeStream(StreamReader& reader, ByteBuffer& data);
 
 /// Decodes a whole stream into `data`. kDecodeError when a decoder fails (`data` then holds what was decoded
 /// before), kMemoryNotEnough beyond the limit for decoded data; both are recorded with the reference.

@@ -32,9 +32,18 @@ constexpr std::uint32_t kNames = 1U << 22;
 /// code and a name for each of the 256 codes are 512.
 constexpr std::uint32_t kDifferences = 1024;
 
+/// Numbers of an array whose length the file decides: they meet on the device's operand stack. A decode array
+/// has two for each of at most 32 colourants.
+constexpr std::uint32_t kNumbers = 256;
+
 /// Codes that one font's `cmap` subtables may map before the rest is passed over. All subtables of a font of
 /// the trade together stay below a million; overlapping segments can ask for 2^47.
 constexpr std::uint32_t kMappedCodes = 1U << 22;
+
+/// Tokens of one procedure, of the 65,535 that a device takes (PLRM, appendix B): beyond, a form's, pattern's
+/// or glyph's content is put into procedures of its own, each of about so many bytes.
+constexpr std::size_t kProcedureTokens = 60000;
+constexpr std::uint64_t kChunkBytes = 32768;
 
 /// Bytes of one decoded stream that must be held whole; more is -4088. A one-megabyte file can otherwise
 /// ask for a gigabyte, and a million-operator page decodes to some 30 MiB.

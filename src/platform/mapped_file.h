@@ -21,6 +21,10 @@ public:
 
     [[nodiscard]] std::span<const std::uint8_t> Bytes() const { return {view_, size_}; }
 
+    /// Tells the system that a part of the view is done with: the pages need not stay in memory, and come
+    /// back when they are read again.
+    void LetGo(std::span<const std::uint8_t> part) const;
+
 private:
     const std::uint8_t* view_ = nullptr;
     std::uint32_t size_ = 0;

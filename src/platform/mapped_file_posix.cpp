@@ -53,6 +53,18 @@ bool MappedFile::Map(const std::string& path) {
     return true;
 }
 
+void MappedFile::LetGo(std::span<const std::uint8_t> part) const {
+    static const auto kPage = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    // Whole pages only; the view itself begins with one.
+    const auto begin = (static_cast<std::size_t>(part.data() - view_) + kPage - 1) / kPage * kPage;
+    const auto end = static_cast<std::size_t>(part.data() + part.size() - view_) / kPage * kPage;
+    if (begin < end) {
+        void* pages =
+            const_cast<std::uint8_t*>(view_ + begin);  // NOLINT(cppcoreguidelines-pro-type-const-cast)
+        static_cast<void>(madvise(pages, end - begin, MADV_DONTNEED));  // a hint
+    }
+}
+
 void MappedFile::Unmap() {
     if (view_ != nullptr) {
         munmap(const_cast<std::uint8_t*>(view_), size_);  // NOLINT(cppcoreguidelines-pro-type-const-cast)

@@ -10,6 +10,7 @@
 #include "pdf/codec.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "pdf/pdf_file.h"
 #include "pdf/stream_reader.h"
 #include "ps/device_parameters.h"
 #include "ps/output.h"
@@ -62,6 +63,48 @@ void AppendFilters(OutputPiece& piece, const std::vector<StreamFilter>& filters)
     piece.Append("]");
 }
 
+constexpr std::string_view kEndData = "\n%%EndData\n";
+
+/// Data of the file is taken piece by piece, and each piece let go of, so that a large image does not fill
+/// the memory.
+constexpr std::size_t kPiece = std::size_t{1} << 20;
+
+/// True for data that holds the line by which the device knows its end: what stands behind it would run as a
+/// program.
+bool EndsTooEarly(Bytes data) {
+    while (data.size() >= kEndData.size()) {
+        const Bytes piece = data.first(std::min(kPiece, data.size()));
+        if (FindForward(piece, 0, kEndData) != kNotFound) {
+            return true;
+        }
+        CurrentPdfFile()->LetGo(piece);
+        data = data.subspan(piece.size() -
+                            (kEndData.size() - 1));  // the line may begin in one and end in the next
+    }
+    return false;
+}
+
+Status WriteRaw(Bytes data) {
+    while (!data.empty()) {
+        const Bytes piece = data.first(std::min(kPiece, data.size()));
+        RETURN_IF_FAILED(WriteOutput(AsText(piece)));
+        CurrentPdfFile()->LetGo(piece);
+        data = data.subspan(piece.size());
+    }
+    return Status::kOk;
+}
+
+/// In lines of 72 digits, with the mark at the end.
+Status WriteHexadecimal(Bytes bytes) {
+    Codec encoder(CodecKind::kASCIIHexDecodeEncoder, WriteOutput);
+    RETURN_IF_FAILED(encoder.EncodeChunk(bytes));
+    return encoder.EndEncoding();
+}
+
+std::uint32_t HexadecimalLength(std::uint32_t bytes) {
+    return 2 * bytes + 2 * bytes / 72 + 1;
+}
+
 /// The data compressed, since it must end by a mark of its own. Hosts know such a block by the fixed count:
 /// it does not measure the data.
 Status EmbedCompressed(StreamReader& reader, DataIntent intent) {
@@ -78,30 +121,31 @@ Status EmbedCompressed(StreamReader& reader, DataIntent intent) {
         RETURN_IF_FAILED(encoder.EncodeChunk(chunk));
     }
     RETURN_IF_FAILED(encoder.EndEncoding());
-    return WriteOutput("\n%%EndData\n");
+    return WriteOutput(kEndData);
 }
 
 Status EmbedRaw(StreamReader& reader, DataIntent intent) {
+    const bool hexadecimal = EndsTooEarly(reader.Raw());
+    std::vector<StreamFilter> filters = reader.Filters();
+    if (hexadecimal) {
+        filters.insert(filters.begin(),
+                       StreamFilter{.name = names::kASCIIHexDecode, .decodeParms = MakeNull()});
+    }
     OutputPiece piece;
     piece.Append(" currentfile <<");
-    if (reader.Filters().size() == 1) {
-        AppendOneFilter(piece, reader.Filters().front());
+    if (filters.size() == 1) {
+        AppendOneFilter(piece, filters.front());
     } else {
-        AppendFilters(piece, reader.Filters());
+        AppendFilters(piece, filters);
     }
     piece.Append("/Intent ")
         .AppendInteger(static_cast<std::int32_t>(intent))
         .Append(" >> /ReusableStreamDecode\n%%BeginData: ")
-        .AppendUnsigned(reader.Length())
+        .AppendUnsigned(hexadecimal ? HexadecimalLength(reader.Length()) : reader.Length())
         .Append(" Bytes\nfilter\n");
     RETURN_IF_FAILED(piece.Write());
-    int state = 1;
-    while (state > 0) {
-        Bytes chunk;
-        state = reader.ReadChunk(chunk);
-        RETURN_IF_FAILED(WriteOutput(AsText(chunk)));
-    }
-    return WriteOutput("\n%%EndData\n");
+    RETURN_IF_FAILED(hexadecimal ? WriteHexadecimal(reader.Raw()) : WriteRaw(reader.Raw()));
+    return WriteOutput(kEndData);
 }
 
 std::string_view Opening(CodecKind encoderKind) {
@@ -168,7 +212,7 @@ Status EmbedCountedString(PdfObject stream, PdfObject reference) {
         .Append(" Bytes\n{readstring pop} bind exec\n");
     RETURN_IF_FAILED(piece.Write());
     RETURN_IF_FAILED(WriteOutput(AsText(data.Bytes())));
-    return WriteOutput("\n%%EndData\n");
+    return WriteOutput(kEndData);
 }
 
 Status EmbedShadingData(PdfObject stream, PdfObject reference) {

@@ -1,7 +1,10 @@
 // Writing arrays of numbers.
 #include "ps/number_array.h"
 
+#include <algorithm>
+
 #include "pdf/object_parser.h"
+#include "platform/limits.h"
 
 namespace zorvan {
 
@@ -14,7 +17,7 @@ void AppendNumbers(OutputPiece& piece, PdfObject array, std::uint32_t count) {
 
 void AppendNumbers(OutputPiece& piece, PdfObject array) {
     const Resolved elements(array);
-    AppendNumbers(piece, elements.Get(), ArrayCount(elements.Get()));
+    AppendNumbers(piece, elements.Get(), std::min(ArrayCount(elements.Get()), limits::kNumbers));
 }
 
 float NumberAt(PdfObject array, std::uint32_t index) {

@@ -12,7 +12,7 @@ namespace zorvan {
 /// What is missing or no number counts as 0.
 void AppendNumbers(OutputPiece& piece, PdfObject array, std::uint32_t count);
 
-/// The same of all its elements.
+/// The same of all its elements, as far as a device has room for them.
 void AppendNumbers(OutputPiece& piece, PdfObject array);
 
 /// A number of such an array.

@@ -16,6 +16,7 @@ Status OutputSink::Write(std::string_view piece) {
         return Fail(Status::kCanNotOutputPs);
     }
     refusal_ = static_cast<Status>(callback_(piece.data(), static_cast<unsigned int>(piece.size())));
+    written_ += piece.size();
     return refusal_;
 }
 

@@ -24,9 +24,12 @@ public:
     [[nodiscard]] bool IsRefused() const { return Failed(refusal_); }
 
     Status Write(std::string_view piece);
+    /// Bytes that the host has taken so far.
+    [[nodiscard]] std::uint64_t Written() const { return written_; }
 
 private:
     ZORVAN_WriteCallback callback_;
+    std::uint64_t written_ = 0;
     Status refusal_ = Status::kOk;
 };
 

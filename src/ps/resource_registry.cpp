@@ -140,9 +140,11 @@ Status ResourceRegistry::Emit(ResourceCategory category, Entry& entry) {
 
 void ResourceRegistry::MarkDrawn(ResourceCategory category, ResourceKey key) {
     Entry* entry = Find(category, key);
-    if (entry == nullptr || entry->resource == nullptr || entry->drawnIn == serial_) {
+    if (entry == nullptr || entry->resource == nullptr || entry->drawnIn == serial_ ||
+        nesting_ >= limits::kContentNesting) {
         return;
     }
+    const Deeper deeper(nesting_);
     entry->drawnIn = serial_;
     entry->resource->MarkDrawn();
 }

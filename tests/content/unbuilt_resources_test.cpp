@@ -5,7 +5,6 @@
 
 #include "api/job.h"
 #include "api/session.h"
-#include "content/inline_image_data.h"
 #include "ps/fake_resources.h"
 #include "support/host.h"
 
@@ -70,25 +69,6 @@ TEST_F(UnbuiltResources, TakeTheNamesOfStatesShadingsAndXObjects) {
 
 TEST_F(UnbuiltResources, SelectNoFontByAnEmptyReference) {
     EXPECT_EQ(Become("/F0 12 Tf"), std::string(" 12 Tf\n") + kMatrixAlone);
-}
-
-Bytes AsBytes(std::string_view text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
-TEST(InlineImageEnd, StandsBetweenWhiteSpace) {
-    EXPECT_EQ(FindInlineImageEnd(AsBytes(" abEI cd\nEI Q")), 9U);
-    EXPECT_EQ(FindInlineImageEnd(AsBytes(" ab EIx\nEI")), 8U);
-}
-
-TEST(InlineImageEnd, IsFollowedByWhatCanBeContent) {
-    EXPECT_EQ(FindInlineImageEnd(AsBytes(" a EI \x80\x81 EI 1 w")), 9U);
-}
-
-TEST(InlineImageEnd, IsTheEndOfTheDataWhereThereIsNone) {
-    EXPECT_EQ(FindInlineImageEnd(AsBytes(" abc")), 4U);
-    EXPECT_EQ(FindInlineImageEnd(AsBytes("")), 0U);
-    EXPECT_EQ(FindInlineImageEnd(AsBytes("EI")), 2U);
 }
 
 TEST_F(FakeResourceTest, AnUnbuiltPatternIsNotMissedWhereSpacesAreBuilt) {

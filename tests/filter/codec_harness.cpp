@@ -34,17 +34,17 @@ Bytes AsBytes(std::string_view text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-std::unique_ptr<Encoder> EncoderTo(Writer& writer, unsigned int code) {
-    return NewEncoder(code, {nullptr, &writer.slot, Writer::Write});
+std::unique_ptr<Encoder> EncoderTo(Writer& writer, Coding coding) {
+    return NewEncoder(coding.code, {coding.parameters, &writer.slot, Writer::Write});
 }
 
-std::unique_ptr<Decoder> DecoderFrom(Reader& reader, unsigned int code) {
-    return NewDecoder(code, {nullptr, &reader.slot, Reader::Read});
+std::unique_ptr<Decoder> DecoderFrom(Reader& reader, Coding coding) {
+    return NewDecoder(coding.code, {coding.parameters, &reader.slot, Reader::Read});
 }
 
-std::string Encode(unsigned int code, std::string_view data, std::size_t chunk) {
+std::string Encode(Coding coding, std::string_view data, std::size_t chunk) {
     Writer writer;
-    const auto encoder = EncoderTo(writer, code);
+    const auto encoder = EncoderTo(writer, coding);
     for (std::size_t at = 0; at < data.size(); at += std::min(chunk, data.size())) {
         encoder->Encode(AsBytes(data.substr(at, chunk)));
     }
@@ -52,9 +52,9 @@ std::string Encode(unsigned int code, std::string_view data, std::size_t chunk) 
     return writer.bytes;
 }
 
-Decoded Decode(unsigned int code, std::string_view data, std::size_t chunk, std::size_t limit) {
+Decoded Decode(Coding coding, std::string_view data, std::size_t chunk, std::size_t limit) {
     Reader reader{0, data};
-    return DecodeRest(*DecoderFrom(reader, code), chunk, limit);
+    return DecodeRest(*DecoderFrom(reader, coding), chunk, limit);
 }
 
 Decoded DecodeRest(Decoder& decoder, std::size_t chunk, std::size_t limit) {

@@ -15,12 +15,33 @@
 
 namespace zorvan::filter {
 
-// Every codec by its name in PostScript.
+// A filter code, with its parameter block where it has one.
+struct Coding {
+    constexpr Coding(unsigned int filterCode, const void* block = nullptr)
+        : code(filterCode), parameters(block) {}
+    constexpr operator unsigned int() const { return code; }
+
+    unsigned int code;
+    const void* parameters;
+};
+
+// Every codec that gives back what it was given, byte for byte, by its name in PostScript.
 struct CodecPair {
     const char* name;
-    unsigned int encoder;
-    unsigned int decoder;
+    Coding encoder;
+    Coding decoder;
+    // The parameters in PostScript.
+    const char* dictionary = "";
 };
+
+// Rows of eight pixels: data of any length is made of them.
+constexpr FilterCcittParameters kByteRows = {.k = 0,
+                                             .end_of_line = 0,
+                                             .encoded_byte_align = 0,
+                                             .columns = 8,
+                                             .rows = 0,
+                                             .end_of_block = 1,
+                                             .black_is_1 = 0};
 
 constexpr CodecPair kCodecs[] = {
     {"Flate", FILTER_ENCODE_FLATE, FILTER_DECODE_FLATE},
@@ -28,6 +49,10 @@ constexpr CodecPair kCodecs[] = {
     {"RunLength", FILTER_ENCODE_RUNLENGTH, FILTER_DECODE_RUNLENGTH},
     {"ASCII85", FILTER_ENCODE_ASCII85, FILTER_DECODE_ASCII85},
     {"ASCIIHex", FILTER_ENCODE_ASCIIHEX, FILTER_DECODE_ASCIIHEX},
+    {"CCITTFax",
+     {FILTER_ENCODE_CCITTFAX, &kByteRows},
+     {FILTER_DECODE_CCITTFAX, &kByteRows},
+     "<< /Columns 8 >> "},
 };
 
 constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
@@ -53,11 +78,11 @@ struct Reader {
 
 Bytes AsBytes(std::string_view text);
 
-std::unique_ptr<Encoder> EncoderTo(Writer& writer, unsigned int code);
-std::unique_ptr<Decoder> DecoderFrom(Reader& reader, unsigned int code);
+std::unique_ptr<Encoder> EncoderTo(Writer& writer, Coding coding);
+std::unique_ptr<Decoder> DecoderFrom(Reader& reader, Coding coding);
 
 // All of `data` as one piece, given to the encoder in chunks of so many bytes.
-std::string Encode(unsigned int code, std::string_view data, std::size_t chunk = kNoLimit);
+std::string Encode(Coding coding, std::string_view data, std::size_t chunk = kNoLimit);
 
 struct Decoded {
     std::string bytes;
@@ -70,8 +95,7 @@ std::ostream& operator<<(std::ostream& stream, const CodecPair& codec);
 
 // All that comes out before the end or the damage, fetched in chunks of so many bytes into buffers of just
 // that size; what comes out beyond `limit` is not fetched.
-Decoded Decode(unsigned int code, std::string_view data, std::size_t chunk = 65536,
-               std::size_t limit = kNoLimit);
+Decoded Decode(Coding coding, std::string_view data, std::size_t chunk = 65536, std::size_t limit = kNoLimit);
 // The same from a decoder that is there already.
 Decoded DecodeRest(Decoder& decoder, std::size_t chunk, std::size_t limit = kNoLimit);
 

@@ -90,6 +90,8 @@ TEST(Memory, LackingAtCreationMakesNoCodec) {
         EXPECT_EQ(MakeCodecs(codec, Lacking::kOurs), none) << codec.name;
     }
     EXPECT_EQ(MakeCodecs(kCodecs[0], Lacking::kZlibs), none);
+    constexpr FilterDctParameters kPixel{{1, 1, 1}};
+    EXPECT_EQ(MakeCodecs({"DCT", {FILTER_ENCODE_DCT, &kPixel}, FILTER_DECODE_DCT}, Lacking::kOurs), none);
 }
 
 int CountBytes(const int* slot, const void* bytes, unsigned int count, unsigned int* written) {
@@ -105,7 +107,7 @@ TEST(Memory, IsNotAskedForWhileEncodingOrDecoding) {
     for (const CodecPair& codec : kCodecs) {
         const std::string encoded = Encode(codec.encoder, data);
         Reader reader{0, encoded};
-        const auto encoder = NewEncoder(codec.encoder, {nullptr, nullptr, CountBytes});
+        const auto encoder = NewEncoder(codec.encoder, {codec.encoder.parameters, nullptr, CountBytes});
         const auto decoder = DecoderFrom(reader, codec.decoder);
         std::array<std::uint8_t, 1000> buffer{};
         const std::size_t before = allocations;

@@ -68,6 +68,29 @@ TEST_F(Module, EncodesAndDecodesThroughItsEntryPoints) {
     }
 }
 
+TEST_F(Module, HandsParameterBlocksToTheirCodecs) {
+    constexpr FilterDctParameters kGrayPixel{{1, 1, 1, 100}};
+    const std::pair<Coding, std::string> pieces[] = {{{FILTER_ENCODE_CCITTFAX, &kByteRows}, "something"},
+                                                     {{FILTER_ENCODE_DCT, &kGrayPixel}, "s"}};
+    for (const auto& [coding, data] : pieces) {
+        Writer writer;
+        void* const encoder = createEncoder(coding.code, coding.parameters, &writer.slot, Writer::Write);
+        ASSERT_NE(encoder, nullptr);
+        EXPECT_EQ(encodeData(encoder, data.data(), static_cast<unsigned int>(data.size())), 0);
+        EXPECT_EQ(encodeEod(encoder), 0);
+        destroyEncoder(encoder);
+
+        Reader reader{0, writer.bytes};
+        void* const decoder = createDecoder(coding.code + 1, coding.parameters, &reader.slot, Reader::Read);
+        ASSERT_NE(decoder, nullptr);
+        std::array<char, 100> buffer{};
+        auto size = static_cast<unsigned int>(buffer.size());
+        EXPECT_EQ(decodeData(decoder, buffer.data(), &size), 0);
+        EXPECT_EQ(std::string(buffer.data(), size), data);
+        destroyDecoder(decoder);
+    }
+}
+
 TEST_F(Module, TellsDamageAndRefusalByMinusOne) {
     Reader reader{0, "9jqo^9v"};
     void* const decoder = createDecoder(FILTER_DECODE_ASCII85, nullptr, &reader.slot, Reader::Read);

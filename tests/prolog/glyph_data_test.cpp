@@ -237,6 +237,20 @@ TEST(GlyphData, ThatIsNoTrueTypeFileStays) {
     }
 }
 
+TEST(GlyphData, WithoutItsLocationsStaysAndStopsNothing) {
+    File file = SquaresFile(40, 2402);
+    file.bytes.resize(file.bytes.size() - 200);
+    for (std::size_t i = 12; i + 16 <= 12 + 16 * std::size_t{file.bytes[5]}; i += 16) {
+        if (std::equal(&file.bytes[i], &file.bytes[i + 4], "loca")) {
+            file.bytes[i + 8] = 0x10;  // an offset far behind the end
+        }
+    }
+    const Outcome outcome =
+        PrologJob().Page("countdictstack = (survived) =", Font(file, 40) + "[/N7 /Big -1 TZ\n").Run();
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.text, PrologJob().Page("countdictstack = (survived) =").Run().text);
+}
+
 TEST(GlyphData, IsWhatTheDeviceShows) {
     for (const std::uint32_t last : {2U, 40U}) {
         const File file = SquaresFile(last, 2402);
