@@ -22,6 +22,7 @@ struct FontInfo {
     std::string name;      // the PDF's
     FontKind kind = FontKind::kOfDevice;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy 14 sees a 0 in it
     std::strong_ordering operator<=>(const FontInfo&) const = default;
 };
 

@@ -2,6 +2,7 @@
 #include "fonts/compact_program.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "fonts/font_program.h"
 #include "ps/output.h"
@@ -82,23 +83,23 @@ Status WriteHeader(std::size_t size) {
 
 }  // namespace
 
-std::optional<std::string> ReadCompactFontName(Bytes program) {
+std::string ReadCompactFontName(Bytes program) {
     constexpr std::size_t kHeader = 4;
     if (program.size() < kHeader) {
-        return std::nullopt;
+        return {};
     }
     const auto index = Index::At(program, kHeader);
-    std::optional<std::string> name;
+    std::string name;
     for (std::size_t i = 0; index && i < index->Count(); ++i) {
         const Bytes entry = index->Entry(i);
         if (entry.size() < kCompactNameCapacity && IsPrintable(entry)) {
-            name.emplace(entry.begin(), entry.end());
+            name.assign(entry.begin(), entry.end());
         }
     }
     return name;
 }
 
-Status WriteCompactProgram(PdfObject value, PdfObject font, std::optional<std::string>& name) {
+Status WriteCompactProgram(PdfObject value, PdfObject font, std::string& name) {
     FontProgram program;
     RETURN_IF_FAILED(program.Load(value, font));
     const Bytes data = program.Data();

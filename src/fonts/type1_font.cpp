@@ -56,12 +56,12 @@ Status Type1FontResource::WriteProgram(std::string& name) const {
     if (programKind_ == ProgramKind::kType1) {
         return WriteType1Program(program_.Get(), Reference());
     }
-    std::optional<std::string> declared;
+    std::string declared;
     const Status status = WriteCompactProgram(program_.Get(), Reference(), declared);
-    if (declared) {
+    if (!declared.empty()) {
         // The name under which the device has defined it.
         NameTable& names = CurrentNames();
-        name = "/" + names.NameText(names.InternName(*declared), NameTextMode::kToken);
+        name = "/" + names.NameText(names.InternName(declared), NameTextMode::kToken);
     }
     return status;
 }
