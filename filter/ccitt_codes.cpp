@@ -161,7 +161,8 @@ CcittCode HorizontalCode() {
 }
 
 CcittCode VerticalCode(int shift) {
-    return kModes[static_cast<std::size_t>(shift + kLargestShift)].code;
+    const int place = shift + kLargestShift;
+    return kModes[static_cast<std::size_t>(place)].code;
 }
 
 FoundRun FindRun(bool black, unsigned int next13Bits) {
