@@ -24,10 +24,6 @@ constexpr std::array<NamedSpace, 4> kNamedSpaces = {{
     {names::kPattern, "/Pattern", {family::kPattern, 0}},
 }};
 
-bool IsNumber(PdfObject object) {
-    return Is(object, ObjectType::kInteger) || Is(object, ObjectType::kReal);
-}
-
 }  // namespace
 
 Status ContentInterpreter::SetFillGray(const OperatorRow& row) {

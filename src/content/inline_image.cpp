@@ -3,7 +3,6 @@
 #include "content/inline_image.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "api/current_job.h"
 #include "content/color_state.h"
@@ -11,7 +10,6 @@
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 #include "pdf/stream_reader.h"
-#include "platform/limits.h"
 #include "ps/device_parameters.h"
 #include "ps/embedded_data.h"
 #include "ps/number_array.h"
@@ -80,7 +78,6 @@ PdfObject EntryOf(PdfObject dictionary, std::uint32_t key, std::uint32_t abbrevi
 
 InlineImage::InlineImage(PdfObject dictionary, const ResourceScope* scope)
     : dictionary_(dictionary),
-      scope_(scope),
       stencil_(BooleanOf(Resolved(Entry(names::kImageMask, names::kIM)).Get())),
       width_(Integer(names::kWidth, names::kW)),
       height_(Integer(names::kHeight, names::kH)),

@@ -37,7 +37,6 @@ private:
     Status WriteData() const;
 
     PdfObject dictionary_;
-    const ResourceScope* scope_;
     bool stencil_;
     std::int32_t width_;
     std::int32_t height_;

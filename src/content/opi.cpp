@@ -1,7 +1,6 @@
 // Writing OPI comments.
 #include "content/opi.h"
 
-#include <algorithm>
 #include <span>
 #include <string>
 #include <string_view>
@@ -9,17 +8,11 @@
 #include "api/current_job.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "ps/device_parameters.h"
 #include "ps/output.h"
 
 namespace zorvan {
 namespace {
-
-/// Text of the file that goes into a comment: it must stay on its line.
-std::string OnOneLine(std::string text) {
-    std::ranges::replace_if(
-        text, [](char letter) { return letter == '\r' || letter == '\n'; }, ' ');
-    return text;
-}
 
 std::string TextOf(PdfObject string) {
     const auto bytes = StringBytes(string);
@@ -166,10 +159,6 @@ public:
     }
 
 private:
-    static bool IsNumber(PdfObject object) {
-        return Is(object, ObjectType::kInteger) || Is(object, ObjectType::kReal);
-    }
-
     void AppendNumbers(std::string_view comment, PdfObject array, std::uint32_t count) {
         piece_.Append(comment);
         for (std::uint32_t i = 0; i < count; ++i) {

@@ -17,7 +17,7 @@ Status PostScriptXObject::Paint(ContentKind /*kind*/) {
     if (bytes.empty() || StandsAt(bytes, 0, "currentfile eexec")) {
         return Status::kOk;
     }
-    RETURN_IF_FAILED(WriteOutput({reinterpret_cast<const char*>(bytes.data()), bytes.size()}));
+    RETURN_IF_FAILED(WriteOutput(bytes));
     return IsPdfWhitespace(bytes.back()) ? Status::kOk : WriteOutput("\n");
 }
 

@@ -108,7 +108,7 @@ Status WriteCompactProgram(PdfObject value, PdfObject font, std::string& name) {
     }
     name = ReadCompactFontName(data);
     RETURN_IF_FAILED(WriteHeader(data.size()));
-    RETURN_IF_FAILED(WriteOutput({reinterpret_cast<const char*>(data.data()), data.size()}));
+    RETURN_IF_FAILED(WriteOutput(data));
     return WriteOutput("\n%%EndData\n");
 }
 

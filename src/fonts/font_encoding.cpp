@@ -30,10 +30,6 @@ std::string GlyphName(PdfObject name) {
     return CurrentNames().NameText(name.payload, NameTextMode::kToken);
 }
 
-bool IsNumber(PdfObject object) {
-    return Is(object, ObjectType::kInteger) || Is(object, ObjectType::kReal);
-}
-
 /// A base's table with the names of a Differences array laid over it.
 std::vector<std::string> MergedNames(const DifferenceTable& base, PdfObject differences) {
     std::vector<std::string> merged(base.begin(), base.end());

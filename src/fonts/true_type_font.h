@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 
 #include "fonts/font_encoding.h"
 #include "fonts/font_resource.h"

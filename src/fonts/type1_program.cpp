@@ -117,8 +117,7 @@ void AppendFromHexadecimal(Bytes digits, ByteBuffer& bytes) {
 }
 
 Status WriteParts(const Type1Parts& parts) {
-    const Bytes clear = parts.Clear();
-    RETURN_IF_FAILED(WriteOutput({reinterpret_cast<const char*>(clear.data()), clear.size()}));
+    RETURN_IF_FAILED(WriteOutput(parts.Clear()));
     if (parts.Encrypted().empty()) {
         return Status::kOk;
     }

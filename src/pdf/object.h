@@ -85,6 +85,9 @@ constexpr ObjectType TypeOf(PdfObject object) {
 constexpr bool Is(PdfObject object, ObjectType type) {
     return !IsReference(object) && TypeOf(object) == type;
 }
+constexpr bool IsNumber(PdfObject object) {
+    return Is(object, ObjectType::kInteger) || Is(object, ObjectType::kReal);
+}
 constexpr bool IsNull(PdfObject object) {
     return object == PdfObject{};
 }

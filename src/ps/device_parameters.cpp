@@ -35,16 +35,12 @@ bool BelongsIntoHexadecimal(std::uint8_t byte) {
     return kAllowed.find(static_cast<char>(byte)) != std::string_view::npos;
 }
 
-std::string_view AsText(Bytes bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 /// "<~" in front, for one, would begin a string of another kind on the device.
 void AppendHexadecimal(OutputPiece& piece, Bytes text) {
     while (!text.empty()) {
         const auto stray = std::ranges::find_if_not(text, BelongsIntoHexadecimal);
         const auto count = static_cast<std::size_t>(stray - text.begin());
-        piece.Append(AsText(text.first(count)));
+        piece.Append(text.first(count));
         text = text.subspan(std::min(count + 1, text.size()));
     }
 }
@@ -75,8 +71,14 @@ void AppendStringObject(OutputPiece& piece, PdfObject string) {
         AppendHexadecimal(piece, text);
         piece.Append(">");
     } else {
-        piece.Append("(").Append(AsText(text)).Append(")");
+        piece.Append("(").Append(text).Append(")");
     }
+}
+
+std::string OnOneLine(std::string text) {
+    std::ranges::replace_if(
+        text, [](char letter) { return letter == '\r' || letter == '\n'; }, ' ');
+    return text;
 }
 
 }  // namespace zorvan

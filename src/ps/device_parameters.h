@@ -1,6 +1,8 @@
 // Values of the file that the device reads as they are: filter parameters and strings.
 #pragma once
 
+#include <string>
+
 #include "pdf/object.h"
 #include "ps/output.h"
 
@@ -13,5 +15,8 @@ void AppendFilterParameters(OutputPiece& piece, PdfObject dictionary);
 /// digit nor white space in a hexadecimal string is left out: it would end the job on the device. Empty
 /// parentheses for anything else.
 void AppendStringObject(OutputPiece& piece, PdfObject string);
+
+/// Text of the file that goes into a comment: it must stay on its line, so that line ends become blanks.
+std::string OnOneLine(std::string text);
 
 }  // namespace zorvan

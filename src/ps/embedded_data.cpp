@@ -25,10 +25,6 @@ constexpr std::size_t kStringLimit = 65536;
 /// each out once.
 constexpr std::string_view kCycle = "\n} _i get /_i _i 1 add 81 mod def}\n/_i 0\nID \n";
 
-std::string_view AsText(Bytes bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 bool IsDeviceFilter(const StreamFilter& filter) {
     return DecoderKindOf(filter.name) != CodecKind::kNone;
 }
@@ -84,14 +80,19 @@ bool EndsTooEarly(Bytes data) {
     return false;
 }
 
-Status WriteRaw(Bytes data) {
+template <class Take>
+Status InPieces(Bytes data, const Take& take) {
     while (!data.empty()) {
         const Bytes piece = data.first(std::min(kPiece, data.size()));
-        RETURN_IF_FAILED(WriteOutput(AsText(piece)));
+        RETURN_IF_FAILED(take(piece));
         CurrentPdfFile()->LetGo(piece);
         data = data.subspan(piece.size());
     }
     return Status::kOk;
+}
+
+Status WriteRaw(Bytes data) {
+    return InPieces(data, [](Bytes piece) { return WriteOutput(piece); });
 }
 
 /// In lines of 72 digits, with the mark at the end.
@@ -107,24 +108,19 @@ std::uint32_t HexadecimalLength(std::uint32_t bytes) {
 
 /// The data compressed, since it must end by a mark of its own. Hosts know such a block by the fixed count:
 /// it does not measure the data.
-Status EmbedCompressed(StreamReader& reader, DataIntent intent) {
+Status EmbedCompressed(const StreamReader& reader, DataIntent intent) {
     OutputPiece piece;
     piece.Append(" currentfile <</Filter /LZWDecode /Intent ")
         .AppendInteger(static_cast<std::int32_t>(intent))
         .Append(">> /ReusableStreamDecode\n%%BeginData: 256 Bytes\nfilter\n");
     RETURN_IF_FAILED(piece.Write());
     Codec encoder(CodecKind::kLZWDecodeEncoder, WriteOutput);
-    int state = 1;
-    while (state > 0) {
-        Bytes chunk;
-        state = reader.ReadChunk(chunk);
-        RETURN_IF_FAILED(encoder.EncodeChunk(chunk));
-    }
+    RETURN_IF_FAILED(InPieces(reader.Raw(), [&](Bytes bytes) { return encoder.EncodeChunk(bytes); }));
     RETURN_IF_FAILED(encoder.EndEncoding());
     return WriteOutput(kEndData);
 }
 
-Status EmbedRaw(StreamReader& reader, DataIntent intent) {
+Status EmbedRaw(const StreamReader& reader, DataIntent intent) {
     const bool hexadecimal = EndsTooEarly(reader.Raw());
     std::vector<StreamFilter> filters = reader.Filters();
     if (hexadecimal) {
@@ -190,7 +186,7 @@ bool HasDeviceFilters(PdfObject stream) {
 }
 
 Status EmbedStream(PdfObject stream, PdfObject reference, DataIntent intent) {
-    StreamReader reader(stream);
+    const StreamReader reader(stream);
     if (reader.Filters().empty()) {
         return EmbedCompressed(reader, intent);
     }
@@ -211,7 +207,7 @@ Status EmbedCountedString(PdfObject stream, PdfObject reference) {
         .AppendUnsigned(count)
         .Append(" Bytes\n{readstring pop} bind exec\n");
     RETURN_IF_FAILED(piece.Write());
-    RETURN_IF_FAILED(WriteOutput(AsText(data.Bytes())));
+    RETURN_IF_FAILED(WriteOutput(data.Bytes()));
     return WriteOutput(kEndData);
 }
 

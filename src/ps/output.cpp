@@ -24,6 +24,22 @@ Status WriteOutput(std::string_view piece) {
     return CurrentOutput().Write(piece);
 }
 
+namespace {
+
+std::string_view AsText(std::span<const std::uint8_t> bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+}  // namespace
+
+Status WriteOutput(std::span<const std::uint8_t> bytes) {
+    return WriteOutput(AsText(bytes));
+}
+
+OutputPiece& OutputPiece::Append(std::span<const std::uint8_t> bytes) {
+    return Append(AsText(bytes));
+}
+
 void OutputPiece::Grow(std::size_t count) {
     constexpr std::size_t kFirst = 256;
     const std::size_t wanted = std::max({kFirst, size_ + count, capacity_ * 2});

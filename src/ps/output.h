@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string_view>
 
 #include "api/status.h"
@@ -37,10 +38,13 @@ private:
 /// status is the host's own, unchanged; kCanNotOutputPs, recorded, without a callback.
 Status WriteOutput(std::string_view piece);
 
+Status WriteOutput(std::span<const std::uint8_t> bytes);
+
 /// A piece being composed. It is written once; Clear makes it ready for the next one and keeps its memory.
 class OutputPiece {
 public:
     OutputPiece& Append(std::string_view text);
+    OutputPiece& Append(std::span<const std::uint8_t> bytes);
     OutputPiece& AppendInteger(std::int32_t value);
     OutputPiece& AppendUnsigned(std::uint32_t value);
     /// "%f": six decimals.

@@ -7,18 +7,12 @@
 #include "api/current_job.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "ps/device_parameters.h"
 #include "ps/output.h"
 #include "ps/resource_registry.h"
 
 namespace zorvan {
 namespace {
-
-/// The text of a plate colour: it must stay on its comment line.
-std::string OnOneLine(std::string text) {
-    std::ranges::replace_if(
-        text, [](char letter) { return letter == '\r' || letter == '\n'; }, ' ');
-    return text;
-}
 
 std::string PlateColor(PdfObject colorant) {
     if (Is(colorant, ObjectType::kName)) {
