@@ -1,15 +1,23 @@
 // The table of factories: the one place that knows every resource class.
 #include "api/resource_factories.h"
 
+#include "content/color_space.h"
+#include "content/ext_gstate.h"
 #include "content/xobject_factory.h"
 #include "fonts/font_resource.h"
+#include "paint/function.h"
+#include "paint/halftone.h"
 
 namespace zorvan {
 
 ResourceFactories BuiltInFactories() {
     ResourceFactories factories{};
     factories[ListOf(ResourceCategory::kFont)] = CreateFontResource;
+    factories[ListOf(ResourceCategory::kColorSpace)] = CreateColorSpaceResource;
+    factories[ListOf(ResourceCategory::kExtGState)] = CreateExtGState;
     factories[ListOf(ResourceCategory::kXObject)] = CreateXObjectResource;
+    factories[ListOf(ResourceCategory::kFunction)] = CreateFunctionResource;
+    factories[ListOf(ResourceCategory::kHalftone)] = CreateHalftoneResource;
     return factories;
 }
 

@@ -18,6 +18,7 @@ constexpr std::uint32_t kCmyk = 4;
 constexpr std::uint32_t kCalGray = 16;
 constexpr std::uint32_t kCalRgb = 32;
 constexpr std::uint32_t kLab = 64;
+constexpr std::uint32_t kIccBased = 128;
 constexpr std::uint32_t kIndexed = 256;
 constexpr std::uint32_t kPattern = 512;
 constexpr std::uint32_t kSeparation = 1024;

@@ -1,31 +1,12 @@
 // The emitters of colour spaces and colours. Device spaces go out as DefaultGray, DefaultRGB and DefaultCMYK,
 // which a page may redefine, and never by their device names.
-#include <algorithm>
-#include <array>
-
 #include "api/current_job.h"
+#include "content/device_space.h"
 #include "content/interpreter.h"
 #include "pdf/name_table.h"
 #include "ps/resource_registry.h"
 
 namespace zorvan {
-namespace {
-
-struct NamedSpace {
-    std::uint32_t name;
-    std::string_view text;
-    SpaceState state;
-};
-
-constexpr std::array<NamedSpace, 4> kNamedSpaces = {{
-    {names::kDeviceGray, "DefaultGray", {family::kGray, 1}},
-    {names::kDeviceRGB, "DefaultRGB", {family::kRgb, 3}},
-    {names::kDeviceCMYK, "DefaultCMYK", {family::kCmyk, 4}},
-    {names::kPattern, "/Pattern", {family::kPattern, 0}},
-}};
-
-}  // namespace
-
 Status ContentInterpreter::SetFillGray(const OperatorRow& row) {
     colorStates_.Top().fill = {family::kGray, 1};
     return WriteNumbers(row);
@@ -68,10 +49,13 @@ Status ContentInterpreter::SetSpace(const OperatorRow& row, SpaceState& state) {
     const OwnedObject operand = operands_.Pop();
     const std::uint32_t name = NameOf(operand.Get());
     OutputPiece& line = Line();
-    const auto* const named = std::ranges::find(kNamedSpaces, name, &NamedSpace::name);
-    if (named != kNamedSpaces.end()) {
-        state = named->state;
-        return line.Append(named->text).Append(row.text).Write();
+    if (const DeviceSpace* device = FindDeviceSpace(name)) {
+        state = {device->family, device->components};
+        return line.Append(device->text).Append(row.text).Write();
+    }
+    if (name == names::kPattern) {
+        state = {family::kPattern, 0};
+        return line.Append("/Pattern").Append(row.text).Write();
     }
     if (!CurrentRegistry().Builds(ResourceCategory::kColorSpace)) {
         state = {family::kNotBuilt, 0};

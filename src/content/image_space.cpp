@@ -2,74 +2,43 @@
 #include "content/image_space.h"
 
 #include <algorithm>
-#include <array>
 
-#include "api/current_job.h"
 #include "content/color_state.h"
+#include "content/device_space.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 #include "ps/number_array.h"
-#include "ps/resource_registry.h"
 #include "ps/resource_scope.h"
 
 namespace zorvan {
 namespace {
 
-constexpr std::array<DeviceSpace, 3> kDeviceSpaces = {{
-    {names::kDeviceGray, names::kG, "DefaultGray", family::kGray, 1},
-    {names::kDeviceRGB, names::kRGB, "DefaultRGB", family::kRgb, 3},
-    {names::kDeviceCMYK, names::kCMYK, "DefaultCMYK", family::kCmyk, 4},
-}};
+/// The name of a space that is nothing but a name: /DeviceRGB or [/DeviceRGB].
+std::uint32_t BareName(PdfObject space) {
+    const bool wrapped = ArrayCount(space) == 1;
+    return NameOf(Resolved(wrapped ? ArrayGet(space, 0) : space).Get());
+}
 
 }  // namespace
 
-const DeviceSpace* FindDeviceSpace(std::uint32_t name) {
-    const auto* const found = std::ranges::find_if(kDeviceSpaces, [name](const DeviceSpace& each) {
-        return name != 0 && (each.name == name || each.abbreviation == name);
-    });
-    return found == kDeviceSpaces.end() ? nullptr : found;
+ImageSpace::ImageSpace(PdfObject value) : device_(FindDeviceSpace(BareName(Resolved(value).Get()))) {
+    if (device_ == nullptr) {
+        used_ = {ResourceCategory::kColorSpace, value};
+    }
 }
 
 ImageSpace::ImageSpace(PdfObject value, const ResourceScope* scope) {
-    const Resolved space(value);
-    const bool wrapped = ArrayCount(space.Get()) == 1;  // [/DeviceRGB]
-    const Resolved name(wrapped ? ArrayGet(space.Get(), 0) : space.Get());
-    device_ = FindDeviceSpace(NameOf(name.Get()));
+    const std::uint32_t name = BareName(Resolved(value).Get());
+    device_ = FindInlineDeviceSpace(name);
     if (device_ != nullptr) {
         return;
     }
-    const ScopeEntry* entry =
-        scope == nullptr ? nullptr : scope->Find(ResourceCategory::kColorSpace, NameOf(name.Get()));
+    const ScopeEntry* entry = scope == nullptr ? nullptr : scope->Find(ResourceCategory::kColorSpace, name);
     if (entry != nullptr) {
-        key_ = entry->key;
-    } else if (IsReference(value)) {
-        key_ = {value.payload, value.type};
-        value_ = OwnedObject(value);
+        used_ = {ResourceCategory::kColorSpace, entry->key};
     } else {
-        value_ = OwnedObject(CloneObject(value));
+        used_ = {ResourceCategory::kColorSpace, value};
     }
-}
-
-void ImageSpace::Register() {
-    if (device_ != nullptr || IsNull(value_.Get())) {
-        return;
-    }
-    if (key_.number == 0) {
-        key_.number = TakeGeneratedResourceNumber();
-    }
-    // Recorded where it cannot be built; the image is then left out.
-    static_cast<void>(
-        CurrentRegistry().Register(ResourceCategory::kColorSpace, {.key = key_, .value = value_.Get()}));
-}
-
-Status ImageSpace::EmitIfNeeded() const {
-    return device_ != nullptr ? Status::kOk
-                              : CurrentRegistry().EmitIfNeeded(ResourceCategory::kColorSpace, key_);
-}
-
-const ColorSpaceUse* ImageSpace::Space() const {
-    return static_cast<const ColorSpaceUse*>(
-        CurrentRegistry().GetObject(ResourceCategory::kColorSpace, key_));
 }
 
 std::uint32_t ImageSpace::Family() const {
@@ -84,7 +53,7 @@ void ImageSpace::AppendUse(OutputPiece& piece) const {
     if (device_ != nullptr) {
         piece.Append(device_->text);
     } else {
-        Space()->AppendUse(piece);
+        used_.AppendUse(piece);
     }
 }
 
@@ -104,8 +73,11 @@ void AppendDefaultDecode(OutputPiece& piece, const ImageSpace& space, std::int32
             piece.Append("/Decode [0 ").AppendInteger((1 << std::clamp(bits, 1, 16)) - 1).Append("]\n");
             return;
         case family::kLab:
-            // Lightness, and the range that the space has when it names none.
-            piece.Append("/Decode [0 100 -100 100 -100 100]\n");
+            piece.Append("/Decode [0 100");
+            for (const PdfObject number : space.LabRange()) {
+                piece.Append(" ").AppendOperand(number);
+            }
+            piece.Append("]\n");
             return;
         default:
             break;

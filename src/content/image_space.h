@@ -1,52 +1,47 @@
 // The colour space of an image: a device space, or a resource of its own.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "content/resource_uses.h"
 #include "pdf/object.h"
 #include "ps/output.h"
+#include "ps/used_resource.h"
 
 namespace zorvan {
 
 class ResourceScope;
 
-/// A device space by its name in the file, and as it stands in the output: never by its device name, so that
-/// a page can put another space in its place.
-struct DeviceSpace {
-    std::uint32_t name;
-    std::uint32_t abbreviation;  // in inline images
-    std::string_view text;
-    std::uint32_t family;
-    std::uint32_t components;
-};
-
-/// Null for any other name.
-const DeviceSpace* FindDeviceSpace(std::uint32_t name);
+struct DeviceSpace;
 
 class ImageSpace {
 public:
-    /// `value` is a name, an array or a reference, and is not kept. `scope` knows the names of an inline
-    /// image's spaces.
-    explicit ImageSpace(PdfObject value, const ResourceScope* scope = nullptr);
+    /// `value` is a name, an array or a reference, and is not kept.
+    explicit ImageSpace(PdfObject value);
+    /// The space of an inline image, which may be abbreviated; `scope` knows the names of spaces, or is null.
+    ImageSpace(PdfObject value, const ResourceScope* scope);
 
-    /// Registers a space that is a resource for the current page.
-    void Register();
+    /// Registers a space that is a resource for the current page. One that cannot be built is recorded, and
+    /// the image is then left out.
+    void Register() { used_.Register(); }
     /// Writes what defines it, unless that is written.
-    Status EmitIfNeeded() const;
+    Status EmitIfNeeded() const { return used_.EmitIfNeeded(); }
 
     /// False for a space that there is none of, or that cannot be built.
     [[nodiscard]] bool IsThere() const { return device_ != nullptr || Space() != nullptr; }
     [[nodiscard]] std::uint32_t Family() const;
     [[nodiscard]] std::uint32_t Components() const;
+    [[nodiscard]] std::array<PdfObject, 4> LabRange() const { return Space()->LabRange(); }
     void AppendUse(OutputPiece& piece) const;
 
 private:
-    [[nodiscard]] const ColorSpaceUse* Space() const;
+    [[nodiscard]] const ColorSpaceUse* Space() const {
+        return static_cast<const ColorSpaceUse*>(used_.Get());
+    }
 
     const DeviceSpace* device_ = nullptr;
-    ResourceKey key_;
-    OwnedObject value_;  // a reference, or a copy of the space; null for a space of the scope
+    UsedResource used_;  // any other space
 };
 
 /// Appends the "/Decode" line: the array of the file, or the one that a space's samples have by themselves.

@@ -119,10 +119,7 @@ Status ImageXObject::WriteResource() {
 Status ImageXObject::Paint(ContentKind /*kind*/) {
     const Status fault = Fault();
     if (missing_ || fault != Status::kOk) {
-        // A space that the library does not build (yet) is nobody's fault.
-        const bool unbuilt = fault == Status::kUndefinedColorSpace && !IsNull(Entry(names::kColorSpace)) &&
-                             !CurrentRegistry().Builds(ResourceCategory::kColorSpace);
-        RecordError(unbuilt ? Status::kOk : fault, Reference());
+        RecordError(fault, Reference());
         return Status::kOk;
     }
     const OpiBracket opi(StreamDictionary(stream_.Get()));

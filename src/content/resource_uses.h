@@ -2,6 +2,7 @@
 // so that content knows no class of font, space, pattern or image.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "ps/resource.h"
@@ -16,6 +17,23 @@ public:
     using Resource::Resource;
     [[nodiscard]] virtual std::uint32_t Family() const = 0;
     [[nodiscard]] virtual std::uint32_t Components() const = 0;
+    /// The ranges of a and b in a Lab space; of any other, those that a Lab space has by itself.
+    [[nodiscard]] virtual std::array<PdfObject, 4> LabRange() const {
+        return {MakeInteger(-100), MakeInteger(100), MakeInteger(-100), MakeInteger(100)};
+    }
+};
+
+/// The form in which a user of a function asks for it. A function has one form, that of its first user; the
+/// prolog takes either everywhere.
+enum class FunctionForm : std::uint32_t { kDictionary = 0, kProcedure = 1 };
+
+class FunctionUse : public Resource {
+public:
+    using Resource::Resource;
+    /// Writes the definitions of what the function's own text names.
+    virtual Status WriteUsed() = 0;
+    /// Appends the function itself. Its samples go out on the way, behind what `text` holds until then.
+    virtual Status AppendBody(OutputPiece& text) = 0;
 };
 
 class ExtGStateUse : public Resource {

@@ -36,6 +36,9 @@ constexpr std::uint32_t kDifferences = 1024;
 /// has two for each of at most 32 colourants.
 constexpr std::uint32_t kNumbers = 256;
 
+/// The same for a function's arrays and parts: a gradient of a thousand stops has two thousand numbers.
+constexpr std::uint32_t kFunctionNumbers = 16384;
+
 /// Codes that one font's `cmap` subtables may map before the rest is passed over. All subtables of a font of
 /// the trade together stay below a million; overlapping segments can ask for 2^47.
 constexpr std::uint32_t kMappedCodes = 1U << 22;

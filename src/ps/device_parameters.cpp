@@ -5,9 +5,10 @@
 #include <string_view>
 
 #include "api/current_job.h"
-#include "pdf/byte_scan.h"
+#include "pdf/byte_buffer.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "pdf/stream_reader.h"
 
 namespace zorvan {
 namespace {
@@ -45,6 +46,23 @@ void AppendHexadecimal(OutputPiece& piece, Bytes text) {
     }
 }
 
+/// True for what is, between parentheses, one string: each inner parenthesis has its partner, and no
+/// backslash takes the closing one away.
+bool IsCompleteString(Bytes text) {
+    int depth = 0;
+    bool escaped = false;
+    for (const std::uint8_t letter : text) {
+        if (!escaped) {
+            depth += letter == '(' ? 1 : letter == ')' ? -1 : 0;
+        }
+        escaped = !escaped && letter == '\\';
+        if (depth < 0) {
+            return false;
+        }
+    }
+    return depth == 0 && !escaped;
+}
+
 }  // namespace
 
 void AppendFilterParameters(OutputPiece& piece, PdfObject dictionary) {
@@ -73,6 +91,27 @@ void AppendStringObject(OutputPiece& piece, PdfObject string) {
     } else {
         piece.Append("(").Append(text).Append(")");
     }
+}
+
+void AppendStringText(OutputPiece& piece, PdfObject string, std::size_t limit) {
+    ByteBuffer decoded;
+    Bytes text = StringBytes(string);
+    if (StringKindOf(string) == StringKind::kHexadecimal) {
+        // What stands behind a letter that is no digit is not read.
+        static_cast<void>(DecodeBytes(CodecKind::kASCIIHexDecode, text, decoded));
+        text = decoded.Bytes();
+    }
+    text = text.first(std::min(limit, text.size()));
+    if (IsCompleteString(text)) {
+        piece.Append("(").Append(text).Append(")");
+        return;
+    }
+    piece.Append("(");
+    for (const std::uint8_t& letter : text) {
+        const bool special = letter == '\\' || letter == '(' || letter == ')';
+        piece.Append(special ? "\\" : "").Append(Bytes(&letter, 1));
+    }
+    piece.Append(")");
 }
 
 std::string OnOneLine(std::string text) {

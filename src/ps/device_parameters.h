@@ -16,6 +16,10 @@ void AppendFilterParameters(OutputPiece& piece, PdfObject dictionary);
 /// parentheses for anything else.
 void AppendStringObject(OutputPiece& piece, PdfObject string);
 
+/// Appends so many bytes of a string in parentheses: as they stand in the file when they make one complete
+/// PostScript string, else with a backslash before every backslash and parenthesis.
+void AppendStringText(OutputPiece& piece, PdfObject string, std::size_t limit);
+
 /// Text of the file that goes into a comment: it must stay on its line, so that line ends become blanks.
 std::string OnOneLine(std::string text);
 

@@ -6,7 +6,6 @@
 
 #include "api/current_job.h"
 #include "api/error_record.h"
-#include "pdf/byte_buffer.h"
 #include "pdf/codec.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
@@ -148,11 +147,6 @@ std::string_view Opening(CodecKind encoderKind) {
     return encoderKind == CodecKind::kASCIIHexDecodeEncoder ? "<" : "<~";
 }
 
-Status Decode(PdfObject stream, PdfObject reference, ByteBuffer& data) {
-    StreamReader reader(stream);
-    return DecodeWholeStream(reader, reference, data);
-}
-
 /// One encoder serves all strings: each ends with its own end of data. The first one is opened already.
 Status WriteStrings(Bytes bytes, std::size_t length, CodecKind encoderKind) {
     Codec encoder(encoderKind, WriteOutput);
@@ -166,17 +160,6 @@ Status WriteStrings(Bytes bytes, std::size_t length, CodecKind encoderKind) {
         }
     } while (!bytes.empty());
     return Status::kOk;
-}
-
-Status EmbedStrings(PdfObject stream, PdfObject reference) {
-    ByteBuffer data;
-    RETURN_IF_FAILED(Decode(stream, reference, data));
-    if (data.Size() < kStringLimit) {
-        return EmbedAscii85String(data.Bytes());
-    }
-    RETURN_IF_FAILED(WriteOutput("{{<~"));
-    RETURN_IF_FAILED(WriteStrings(data.Bytes(), kStringLimit, CodecKind::kASCII85DecodeEncoder));
-    return WriteOutput(kCycle);
 }
 
 }  // namespace
@@ -196,10 +179,8 @@ Status EmbedStream(PdfObject stream, PdfObject reference, DataIntent intent) {
     return EmbedRaw(reader, intent);
 }
 
-Status EmbedCountedString(PdfObject stream, PdfObject reference) {
-    ByteBuffer data;
-    RETURN_IF_FAILED(Decode(stream, reference, data));
-    const auto count = static_cast<std::uint32_t>(data.Size());
+Status EmbedCountedString(Bytes bytes) {
+    const auto count = static_cast<std::uint32_t>(bytes.size());
     OutputPiece piece;
     piece.Append(" currentfile ")
         .AppendUnsigned(count)
@@ -207,16 +188,17 @@ Status EmbedCountedString(PdfObject stream, PdfObject reference) {
         .AppendUnsigned(count)
         .Append(" Bytes\n{readstring pop} bind exec\n");
     RETURN_IF_FAILED(piece.Write());
-    RETURN_IF_FAILED(WriteOutput(data.Bytes()));
+    RETURN_IF_FAILED(WriteOutput(bytes));
     return WriteOutput(kEndData);
 }
 
-Status EmbedShadingData(PdfObject stream, PdfObject reference) {
-    return EmbedStrings(stream, reference);
-}
-
-Status EmbedFunctionData(PdfObject stream, PdfObject reference) {
-    return EmbedStrings(stream, reference);
+Status EmbedStrings(Bytes bytes) {
+    if (bytes.size() < kStringLimit) {
+        return EmbedAscii85String(bytes);
+    }
+    RETURN_IF_FAILED(WriteOutput("{{<~"));
+    RETURN_IF_FAILED(WriteStrings(bytes, kStringLimit, CodecKind::kASCII85DecodeEncoder));
+    return WriteOutput(kCycle);
 }
 
 Status EmbedInlineData(Bytes bytes, CodecKind encoderKind) {

@@ -17,20 +17,17 @@ enum class DataIntent : std::int32_t { kImage = 0, kMask = 1, kLookup = 2, kOthe
 /// True when the device has every filter of the stream (a direct value).
 bool HasDeviceFilters(PdfObject stream);
 
-/// Each takes a stream as it was resolved, and the reference of the object that errors are recorded with.
-
-/// Writes the data as a reusable stream over the file itself, which ends as an object on the operand stack. A
-/// stream without a filter is compressed. kDecodeError, recorded, for a filter that PostScript does not have.
+/// Writes the data of a stream, as it was resolved, as a reusable stream over the file itself, which ends as
+/// an object on the operand stack. A stream without a filter is compressed. kDecodeError, recorded with the
+/// reference, for a filter that PostScript does not have.
 Status EmbedStream(PdfObject stream, PdfObject reference, DataIntent intent);
 
-/// Writes the decoded data so that it ends as a string on the operand stack. kDecodeError, recorded, when it
-/// is damaged.
-Status EmbedCountedString(PdfObject stream, PdfObject reference);
+/// Writes bytes so that they end as a string on the operand stack.
+Status EmbedCountedString(Bytes bytes);
 
-/// Write the decoded data as one ASCII85 string, or, from 65,536 bytes on, as a procedure that returns one
-/// string of an array after the other. kDecodeError, recorded, when it is damaged.
-Status EmbedShadingData(PdfObject stream, PdfObject reference);
-Status EmbedFunctionData(PdfObject stream, PdfObject reference);
+/// Writes bytes as one ASCII85 string, or, from 65,536 bytes on, as a procedure that returns one string of an
+/// array after the other.
+Status EmbedStrings(Bytes bytes);
 
 /// Writes the bytes of an inline image as its "/DataSource" procedure, in ASCII85 or in hexadecimal digits.
 Status EmbedInlineData(Bytes bytes, CodecKind encoderKind);

@@ -33,6 +33,16 @@ public:
     /// contains itself), or beyond the nesting limit; the resource is then absent.
     Status Register(ResourceCategory category, const ResourceRequest& request);
 
+    /// Builds a resource that is not registered: it belongs to the caller alone, as part of whose text it is
+    /// written. Null when the object is none.
+    template <class Use>
+    [[nodiscard]] std::unique_ptr<Use> BuildAlone(ResourceCategory category,
+                                                  const ResourceRequest& request) const {
+        const ResourceFactory factory = factories_[ListOf(category)];
+        std::unique_ptr<Resource> resource = factory == nullptr ? nullptr : factory(request);
+        return std::unique_ptr<Use>(static_cast<Use*>(resource.release()));
+    }
+
     /// Null for an entry that is absent.
     [[nodiscard]] Resource* GetObject(ResourceCategory category, ResourceKey key) const;
     [[nodiscard]] bool IsGlobal(ResourceCategory category, ResourceKey key) const;

@@ -219,14 +219,6 @@ TEST(Image, WithoutAFilterIsCompressedOnItsWay) {
         "%%BeginData: 256 Bytes\nfilter\n\x80\x18\x4C\x46\x38\x08\n%%EndData\n/DataSource defineRes pop\n");
 }
 
-TEST(Image, InASpaceThatIsNotBuiltYetIsNotPaintedAndNotMissed) {
-    for (const std::string space : {"/ColorSpace 20 0 R", "/ColorSpace [/Indexed /DeviceRGB 1 <00>]"}) {
-        PdfBuilder pdf =
-            DrawingPage("1 w /X Do 2 w").Stream(10, "00>", kSize + kHex + "/BitsPerComponent 8 " + space);
-        EXPECT_EQ(Draw(pdf.Object(20, "[/Lab << >>]")).content, "1 w\n2 w\n") << space;
-    }
-}
-
 TEST(Image, WithoutASpaceIsRecordedAndSendsNoData) {
     const Drawing page = DrawRecording(
         -4073, DrawingPage("1 w /X Do 2 w").Stream(10, "00>", kSize + kHex + "/BitsPerComponent 8"), 10);

@@ -9,7 +9,9 @@
 #include <gmock/gmock.h>
 
 #include "api/current_job.h"
+#include "pdf/byte_buffer.h"
 #include "pdf/object_parser.h"
+#include "pdf/stream_reader.h"
 #include "support/ascii85_text.h"
 #include "support/job_fixture.h"
 #include "support/pdf_builder.h"
@@ -36,6 +38,15 @@ std::string Noise(std::size_t count) {
         bytes += static_cast<char>(seed >> 16U);
     }
     return bytes;
+}
+
+/// Decodes a stream and embeds what comes out.
+template <Status (*embed)(Bytes)>
+Status Decoded(PdfObject stream, PdfObject reference) {
+    StreamReader reader(stream);
+    ByteBuffer data;
+    const Status status = DecodeWholeStream(reader, reference, data);
+    return Failed(status) ? status : embed(data.Bytes());
 }
 
 class EmbeddedData : public JobTest {
@@ -218,7 +229,7 @@ TEST_F(EmbeddedData, StopsAtTheFirstPieceThatTheHostRefuses) {
 
 // A blank stands before the number: "currentfile3" would be another name.
 TEST_F(EmbeddedData, ThatIsCountedIsReadIntoAString) {
-    EXPECT_EQ(Written(EmbedCountedString, "abc"),
+    EXPECT_EQ(Written(Decoded<EmbedCountedString>, "abc"),
               " currentfile 3 string\n"
               "%%BeginData:3 Bytes\n"
               "{readstring pop} bind exec\n"
@@ -227,19 +238,18 @@ TEST_F(EmbeddedData, ThatIsCountedIsReadIntoAString) {
 }
 
 TEST_F(EmbeddedData, ThatIsCountedIsDecoded) {
-    EXPECT_EQ(Written(EmbedCountedString, "61 62 0A 00 63>", "/Filter /ASCIIHexDecode"),
+    EXPECT_EQ(Written(Decoded<EmbedCountedString>, "61 62 0A 00 63>", "/Filter /ASCIIHexDecode"),
               " currentfile 5 string\n%%BeginData:5 Bytes\n{readstring pop} bind exec\n"
               "ab\n\0c\n%%EndData\n"s);
-    EXPECT_EQ(Written(EmbedCountedString, "02 616263 80>", "/Filter [/ASCIIHexDecode /RunLengthDecode]"),
-              " currentfile 3 string\n%%BeginData:3 Bytes\n{readstring pop} bind exec\nabc\n%%EndData\n");
-    EXPECT_EQ(Written(EmbedCountedString, ""),
+    EXPECT_EQ(
+        Written(Decoded<EmbedCountedString>, "02 616263 80>", "/Filter [/ASCIIHexDecode /RunLengthDecode]"),
+        " currentfile 3 string\n%%BeginData:3 Bytes\n{readstring pop} bind exec\nabc\n%%EndData\n");
+    EXPECT_EQ(Written(Decoded<EmbedCountedString>, ""),
               " currentfile 0 string\n%%BeginData:0 Bytes\n{readstring pop} bind exec\n\n%%EndData\n");
 }
 
 TEST_F(EmbeddedData, ThatCannotBeDecodedIsRecordedAndNotWritten) {
-    constexpr Status (*kAll[])(PdfObject, PdfObject) = {EmbedCountedString, EmbedShadingData,
-                                                        EmbedFunctionData};
-    for (const auto embed : kAll) {
+    for (const auto embed : {Decoded<EmbedCountedString>, Decoded<EmbedStrings>}) {
         for (const std::string filter : {"/FlateDecode", "/JPXDecode"}) {
             Prepare("damaged", "/Filter " + filter);
             EXPECT_EQ(Embed(embed), Status::kDecodeError) << filter;
@@ -249,41 +259,33 @@ TEST_F(EmbeddedData, ThatCannotBeDecodedIsRecordedAndNotWritten) {
     }
 }
 
-constexpr Status (*kStrings[])(PdfObject, PdfObject) = {EmbedShadingData, EmbedFunctionData};
+constexpr auto kStrings = Decoded<EmbedStrings>;
 
 TEST_F(EmbeddedData, OfShadingsAndFunctionsIsAnAscii85String) {
-    for (const auto embed : kStrings) {
-        EXPECT_EQ(Written(embed, "Man sure."), "<~9jqo^F*2M7/c~>");
-        EXPECT_EQ(Written(embed, "4D616E20>", "/Filter /ASCIIHexDecode"), "<~9jqo^~>");
-        EXPECT_EQ(Written(embed, ""), "<~~>");
-    }
+    EXPECT_EQ(Written(kStrings, "Man sure."), "<~9jqo^F*2M7/c~>");
+    EXPECT_EQ(Written(kStrings, "4D616E20>", "/Filter /ASCIIHexDecode"), "<~9jqo^~>");
+    EXPECT_EQ(Written(kStrings, ""), "<~~>");
 }
 
 TEST_F(EmbeddedData, Of65535BytesIsOneString) {
-    for (const auto embed : kStrings) {
-        EXPECT_EQ(Unfolded(Written(embed, std::string(65535, '\0'))),
-                  "<~" + std::string(16383, 'z') + "!!!!~>");
-        const std::string noise = Noise(65535);
-        const std::string written = Written(embed, noise);
-        EXPECT_THAT(written, AllOf(StartsWith("<~"), testing::EndsWith("~>")));
-        EXPECT_EQ(FromAscii85(std::string_view(written).substr(2)), noise);
-    }
+    EXPECT_EQ(Unfolded(Written(kStrings, std::string(65535, '\0'))),
+              "<~" + std::string(16383, 'z') + "!!!!~>");
+    const std::string noise = Noise(65535);
+    const std::string written = Written(kStrings, noise);
+    EXPECT_THAT(written, AllOf(StartsWith("<~"), testing::EndsWith("~>")));
+    EXPECT_EQ(FromAscii85(std::string_view(written).substr(2)), noise);
 }
 
 TEST_F(EmbeddedData, Of65536BytesIsAnArrayOfOneString) {
-    for (const auto embed : kStrings) {
-        const std::string written = Written(embed, std::string(65536, '\0'));
-        ASSERT_TRUE(written.ends_with(std::string("~>") + kCycle));
-        EXPECT_EQ(Unfolded(written), "{{<~" + std::string(16384, 'z') + "~>" + Unfolded(kCycle));
-    }
+    const std::string written = Written(kStrings, std::string(65536, '\0'));
+    ASSERT_TRUE(written.ends_with(std::string("~>") + kCycle));
+    EXPECT_EQ(Unfolded(written), "{{<~" + std::string(16384, 'z') + "~>" + Unfolded(kCycle));
 }
 
 TEST_F(EmbeddedData, Of65537BytesHasAShortLastString) {
-    for (const auto embed : kStrings) {
-        const std::string written = Written(embed, std::string(65537, '\0'));
-        ASSERT_TRUE(written.ends_with(std::string("~>") + kCycle));
-        EXPECT_EQ(Unfolded(written), "{{<~" + std::string(16384, 'z') + "~><~!!~>" + Unfolded(kCycle));
-    }
+    const std::string written = Written(kStrings, std::string(65537, '\0'));
+    ASSERT_TRUE(written.ends_with(std::string("~>") + kCycle));
+    EXPECT_EQ(Unfolded(written), "{{<~" + std::string(16384, 'z') + "~><~!!~>" + Unfolded(kCycle));
 }
 
 TEST_F(EmbeddedData, OfMoreThan81StringsHoldsThemAllAndCountsTo81) {
@@ -294,7 +296,7 @@ TEST_F(EmbeddedData, OfMoreThan81StringsHoldsThemAllAndCountsTo81) {
         data.append(kPiece, static_cast<char>(piece + 1));
     }
     data.resize(data.size() - 5);
-    const std::string written = Written(EmbedShadingData, data);
+    const std::string written = Written(kStrings, data);
     EXPECT_THAT(written, StartsWith("{{<~"));
     std::string_view rest = std::string_view(written).substr(2);
     for (std::size_t piece = 0; piece < kPieces; ++piece) {
@@ -308,12 +310,12 @@ TEST_F(EmbeddedData, OfMoreThan81StringsHoldsThemAllAndCountsTo81) {
 
 TEST_F(EmbeddedData, InStringsStopsAtTheFirstPieceThatTheHostRefuses) {
     const std::string data(65537, '\0');
-    Written(EmbedFunctionData, data);
+    Written(kStrings, data);
     const std::uint64_t calls = Pieces::Calls();
     for (std::uint64_t call = 1; call <= calls; call += 1 + calls / 40) {
         Prepare(data);
         Pieces::Refuse(call, -7, false);
-        EXPECT_NE(Embed(EmbedFunctionData), Status::kOk) << call;
+        EXPECT_NE(Embed(kStrings), Status::kOk) << call;
         EXPECT_EQ(Pieces::CallsAfterRefusal(), 0U) << call;
     }
 }

@@ -1,0 +1,34 @@
+// Stitching functions: several functions of one input, each for a part of the domain.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "paint/function.h"
+#include "ps/used_resource.h"
+
+namespace zorvan {
+
+class StitchingFunction : public FunctionResource {
+public:
+    static constexpr std::uint32_t kType = 3;
+    StitchingFunction(ResourceKey key, std::uint32_t kind, FunctionForm form, PdfObject value);
+
+    Status RegisterUsed() override;
+    /// Writes the functions of the parts. kIllegalFunction, recorded, when one of them cannot be written.
+    Status WriteUsed() override;
+    /// A dictionary, whatever form was asked for.
+    Status AppendBody(OutputPiece& text) override;
+
+private:
+    /// The function of a part: in the dictionary itself, or referred to.
+    struct Part {
+        std::unique_ptr<FunctionResource> own;
+        UsedResource used;
+    };
+    static Status WritePart(const Part& part);
+
+    std::vector<Part> parts_;
+};
+
+}  // namespace zorvan
