@@ -1,13 +1,19 @@
 #!/usr/bin/env python3
-# Makes the PDFs that script/bench times: one large vector page, documents of many small pages, and a book.
-"""make_inputs.py FOLDER     writes vector_20m.pdf, pages_1000.pdf, pages_20000.pdf and text_5000.pdf into FOLDER; the
-same bytes each time"""
+# Makes the PDFs that script/bench times: one large vector page, documents of many small pages, a book and pictures.
+"""make_inputs.py FOLDER     writes vector_20m.pdf, pages_1000.pdf, pages_20000.pdf, text_5000.pdf and images_200m.pdf
+into FOLDER; the same bytes each time"""
+import io
 import pathlib
 import random
 import sys
 import zlib
 
+from PIL import Image
+
 VECTOR_BYTES = 20_000_000
+PICTURES = 50
+PICTURE_SIDE = 1180  # pixels: 4.2 MB of three colours
+PHOTO_SIDE = 2500  # noise of this size is 3.8 MB of JPEG
 
 
 class Writer:
@@ -23,9 +29,10 @@ class Writer:
         self.file.write(b"%d 0 obj\n" % number + body + b"\nendobj\n")
 
     def stream(self, number, data):
-        packed = zlib.compress(data, 6)
-        head = b"<< /Filter /FlateDecode /Length %d >>" % len(packed)
-        self.add(number, head + b"\nstream\n" + packed + b"\nendstream")
+        self.packed(number, b"/Filter /FlateDecode", zlib.compress(data, 6))
+
+    def packed(self, number, entries, data):
+        self.add(number, b"<< %b /Length %d >>\nstream\n" % (entries, len(data)) + data + b"\nendstream")
 
     def finish(self):
         at, size = self.file.tell(), max(self.offsets) + 1
@@ -95,6 +102,39 @@ def document(path, contents, entries=b""):
     writer.finish()
 
 
+def image_entries(side, decoder):
+    entries = b"/Subtype /Image /Width %d /Height %d /BitsPerComponent 8 /ColorSpace /DeviceRGB /Filter /%b"
+    return entries % (side, side, decoder)
+
+
+def photo(chance):
+    """A JPEG that does not compress well, as those of a good camera do not."""
+    noise = Image.frombytes("RGB", (PHOTO_SIDE, PHOTO_SIDE), chance.randbytes(3 * PHOTO_SIDE * PHOTO_SIDE))
+    out = io.BytesIO()
+    noise.save(out, "JPEG", quality=75)
+    return out.getvalue()
+
+
+def pictures(path, chance):
+    """A picture on each page: noise in Flate, and the same photo as an object of its own each time, in turn."""
+    writer = Writer(path)
+    jpeg = photo(chance)
+    writer.add(1, b"<< /Type /Catalog /Pages 2 0 R >>")
+    kids = b" ".join(b"%d 0 R" % (4 + 2 * page) for page in range(PICTURES))
+    writer.add(2, b"<< /Type /Pages /Kids [%b] /Count %d /MediaBox [0 0 600 600] >>" % (kids, PICTURES))
+    writer.stream(3, b"q 600 0 0 600 0 0 cm /I Do Q")
+    for page in range(PICTURES):
+        number = 4 + 2 * page
+        resources = b"<< /XObject << /I %d 0 R >> >>" % (number + 1)
+        writer.add(number, b"<< /Type /Page /Parent 2 0 R /Contents 3 0 R /Resources %b >>" % resources)
+        if page % 2:
+            writer.packed(number + 1, image_entries(PHOTO_SIDE, b"DCTDecode"), jpeg)
+        else:
+            noise = zlib.compress(chance.randbytes(3 * PICTURE_SIDE * PICTURE_SIDE), 1)
+            writer.packed(number + 1, image_entries(PICTURE_SIDE, b"FlateDecode"), noise)
+    writer.finish()
+
+
 def main(folder):
     folder.mkdir(parents=True, exist_ok=True)
     chance = random.Random(1)
@@ -104,6 +144,7 @@ def main(folder):
         document(folder / f"pages_{count}.pdf", [small[page % 100] for page in range(count)])
     book = [text_page(chance) for _ in range(200)]
     document(folder / "text_5000.pdf", [book[page % 200] for page in range(5000)], BOOK_FONTS)
+    pictures(folder / "images_200m.pdf", chance)
 
 
 if __name__ == "__main__":

@@ -17,7 +17,8 @@ std::string InForm(const std::string& opi) {
     pdf.Object(20, "<< /F (referred) >>")
         .Object(21, "(by reference)")
         .Object(22, "7")
-        .Object(23, "[1 22 0 R]");
+        .Object(23, "[1 22 0 R]")
+        .Object(24, "/monochrome");
     return Between(Draw(pdf).setup, "/PaintProc {pop save {\n", "} exec restore} bind >> /Form");
 }
 
@@ -112,6 +113,49 @@ TEST(Opi, IsFoundByReference) {
               "%ALDImageFilename: by reference\n%ALDImageDimensions: 1 7 \n%ALDImageTint: 7\n");
     EXPECT_EQ(Lines20("/F 21 0 R /IncludedImageQuality 22 0 R /Size 23 0 R"),
               "%%ImageFileName: by reference\n%%ImageDimensions: 1 7 \n%%IncludedImageQuality: 7\n");
+}
+
+TEST(Opi, FindsTheElementsOfItsArraysByReference) {
+    EXPECT_EQ(Lines13("/Tags [22 0 R 21 0 R] /Color [22 0 R 0 0 0 21 0 R] /GrayMap 23 0 R /ImageType 23 0 R"),
+              "%ALDImageColor: 7 0 0 0 (by reference)\n%ALDImageGrayMap: 1 7 \n%ALDImageType: 1 7 \n"
+              "%ALDImageASCIITag7: by reference\n");
+    EXPECT_EQ(Lines20("/Tags [22 0 R 21 0 R] /Inks [24 0 R 21 0 R 22 0 R]"),
+              "%%ImageInks: monochrome 1 (by reference) 7 \n%%TIFFASCIITag: 7 (by reference)\n");
+}
+
+// As everywhere, a string stands as the file has it.
+TEST(Opi, KeepsTheSpellingOfItsStrings) {
+    EXPECT_EQ(Lines13("/F <612E746966> /ID <4142> /Tags [270 <43>] /Color [0 0 0 1 <44>]"),
+              "%ALDImageFilename: 612E746966\n%ALDImageColor: 0 0 0 1 (44)\n%ALDImageID: 4142\n"
+              "%ALDImageASCIITag270: 43\n");
+    EXPECT_EQ(Lines13("/ID (a\\(b\\)\\101) /Tags [270 (c(d)\\\\)] /Color [0 0 0 1 (\\))]"),
+              "%ALDImageColor: 0 0 0 1 (\\))\n%ALDImageID: a\\(b\\)\\101\n"
+              "%ALDImageASCIITag270: c(d)\\\\\n");
+    EXPECT_EQ(Lines20("/MainImage (a (b) \\(c) /Tags [270 (\\))] /Inks [/monochrome (d\\(e) 1]"),
+              "%%ImageInks: monochrome 1 (d\\(e) 1 \n%%MainImage: a (b) \\(c\n%%TIFFASCIITag: 270 (\\))\n");
+}
+
+TEST(Opi, KeepsItsCommentsAroundAFormInTheForm) {
+    PdfBuilder pdf = DrawingPage("/X Do").Stream(
+        10, "/Y Do 1 w",
+        kForm + "/OPI << /1.3 << /F (outer) >> >> /Resources << /XObject << /Y 11 0 R >> >>"s);
+    pdf.Stream(11, "2 w", kForm + "/OPI << /2.0 << /F (inner) >> >>"s);
+    EXPECT_EQ(Draw(pdf).setup, FormDefined("N11",
+                                           "save\n%%BeginOPI: 2.0\n%%ImageFileName: inner\n2 w\n"
+                                           "%%EndIncludedImage\n%%EndOPI\nrestore\n") +
+                                   FormDefined("N10",
+                                               "save\n%%BeginOPI: 1.3\n%ALDImageFilename: outer\n"
+                                               "%%BeginObject: image\n/N11 /Form findRes EF\n1 w\n"
+                                               "%%EndObject\nrestore\n"));
+}
+
+TEST(Opi, StandsAroundTheAppearanceOfAField) {
+    PdfBuilder pdf = OnePage("n", "/Annots [20 0 R]");
+    pdf.Object(20, "<< /Subtype /Widget /F 4 /Rect [0 0 10 10] /AP << /N 21 0 R >> >>");
+    pdf.Stream(21, "1 w", kForm + "/OPI << /1.3 << /F (a) >> >>"s);
+    EXPECT_EQ(Draw(pdf).content,
+              "n\nq\n0 0 10 10 RC\n1 0 0 1 0 0 cm\nsave\n%%BeginOPI: 1.3\n%ALDImageFilename: a\n"
+              "%%BeginObject: image\n1 w\n%%EndObject\nrestore\nQ\n");
 }
 
 TEST(OpiFileName, MayStandInAFileSpecification) {
