@@ -123,6 +123,7 @@ void ColorSpace::AppendUseOf(OutputPiece& piece, ResourceKey key) {
 
 std::unique_ptr<ColorSpace> CreateColorSpace(PdfObject value, ResourceKey key, std::uint32_t depth) {
     if (depth >= limits::kContentNesting) {
+        RecordError(Status::kIllegalColorSpace, value);  // it leads to itself
         return nullptr;
     }
     const Resolved space(value);
@@ -132,7 +133,7 @@ std::unique_ptr<ColorSpace> CreateColorSpace(PdfObject value, ResourceKey key, s
     if (const DeviceSpace* device = FindDeviceSpace(name)) {
         return std::make_unique<NamedDeviceSpace>(key, *device);
     }
-    if (!Is(array, ObjectType::kArray)) {
+    if (!Is(array, ObjectType::kArray) && name != names::kPattern) {
         return nullptr;
     }
     switch (name) {

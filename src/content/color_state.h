@@ -23,9 +23,6 @@ constexpr std::uint32_t kIndexed = 256;
 constexpr std::uint32_t kPattern = 512;
 constexpr std::uint32_t kSeparation = 1024;
 constexpr std::uint32_t kDeviceN = 2048;
-/// A space that the library does not build (yet). Its colours take whatever operands stand there and write
-/// nothing.
-constexpr std::uint32_t kNotBuilt = 0xFFFFFFFF;
 }  // namespace family
 
 struct SpaceState {

@@ -1,10 +1,10 @@
 // The emitters of colour spaces and colours. Device spaces go out as DefaultGray, DefaultRGB and DefaultCMYK,
 // which a page may redefine, and never by their device names.
-#include "api/current_job.h"
+#include <algorithm>
+
 #include "content/device_space.h"
 #include "content/interpreter.h"
 #include "pdf/name_table.h"
-#include "ps/resource_registry.h"
 
 namespace zorvan {
 Status ContentInterpreter::SetFillGray(const OperatorRow& row) {
@@ -57,10 +57,6 @@ Status ContentInterpreter::SetSpace(const OperatorRow& row, SpaceState& state) {
         state = {family::kPattern, 0};
         return line.Append("/Pattern").Append(row.text).Write();
     }
-    if (!CurrentRegistry().Builds(ResourceCategory::kColorSpace)) {
-        state = {family::kNotBuilt, 0};
-        return Status::kOk;
-    }
     state = {};
     if (const auto* space = FindResource<ColorSpaceUse>(ResourceCategory::kColorSpace, name)) {
         state = {space->Family(), space->Components()};
@@ -78,10 +74,6 @@ Status ContentInterpreter::SetStrokeColor(const OperatorRow& row) {
 }
 
 Status ContentInterpreter::SetColor(const OperatorRow& row, const SpaceState& state) {
-    if (state.family == family::kNotBuilt) {
-        DropNumbers();
-        return Status::kOk;
-    }
     if (state.components == 0) {
         return Status::kOk;  // the operands stay on the stack
     }
@@ -99,28 +91,25 @@ Status ContentInterpreter::SetStrokeColorOrPattern(const OperatorRow& row) {
 Status ContentInterpreter::SetColorOrPattern(const OperatorRow& row, const SpaceState& state) {
     std::uint32_t components = state.components;
     OutputPiece use;
-    bool built = state.family != family::kNotBuilt;
     if (Is(operands_.Top(1)[0], ObjectType::kName)) {
         const OwnedObject name = operands_.Pop();
-        built = AppendNamedColor(NameOf(name.Get()), use, components) && built;
-    }
-    if (!built) {
-        DropNumbers();
-        return Status::kOk;
+        if (!AppendNamedColor(NameOf(name.Get()), use, components)) {
+            operands_.Drop(std::min(components, operands_.Count()));
+            return Status::kOk;
+        }
     }
     return WriteComponents(row, components, use.View());
 }
 
-/// The use of the pattern, or else the colour space, of that name, and how many numbers it takes. False when
-/// the library builds no patterns (yet).
+/// The use of the pattern, or else the colour space, of that name, and how many numbers it takes. False for a
+/// pattern that cannot be used where it is named.
 bool ContentInterpreter::AppendNamedColor(std::uint32_t name, OutputPiece& use, std::uint32_t& components) {
-    if (!CurrentRegistry().Builds(ResourceCategory::kPattern)) {
-        return false;
-    }
-    if (const auto* pattern = FindResource<PatternUse>(ResourceCategory::kPattern, name)) {
+    if (auto* pattern = FindResource<PatternUse>(ResourceCategory::kPattern, name)) {
+        components = pattern->TakesColor() ? components : 0;
         pattern->AppendUse(use);
-        components = pattern->CarriesColor() ? 0 : components;
-    } else if (const auto* space = FindResource<ColorSpaceUse>(ResourceCategory::kColorSpace, name)) {
+        return pattern->CanBeUsedHere();
+    }
+    if (const auto* space = FindResource<ColorSpaceUse>(ResourceCategory::kColorSpace, name)) {
         space->AppendUse(use);
         components = space->Components();
     }
@@ -136,14 +125,6 @@ Status ContentInterpreter::WriteComponents(const OperatorRow& row, std::uint32_t
     AppendOperands(operands_.Top(components));
     operands_.Drop(components);
     return line.Append(use).Append(row.text).Write();
-}
-
-/// Takes the numbers on top of the stack: the operands of a colour whose space is not built, however many it
-/// has.
-void ContentInterpreter::DropNumbers() {
-    while (operands_.Count() > 0 && IsNumber(operands_.Top(1)[0])) {
-        operands_.Drop(1);
-    }
 }
 
 }  // namespace zorvan

@@ -13,9 +13,6 @@ Resource* ContentInterpreter::FindAnyResource(ResourceCategory category, std::ui
 
 Status ContentInterpreter::SetExtGState(const OperatorRow& row) {
     const OwnedObject name = operands_.Pop();
-    if (!CurrentRegistry().Builds(ResourceCategory::kExtGState)) {
-        return Status::kOk;
-    }
     OutputPiece& line = Line();
     const auto* state = FindResource<ExtGStateUse>(ResourceCategory::kExtGState, NameOf(name.Get()));
     if (state == nullptr) {

@@ -83,6 +83,7 @@ ExtGState::Setting ExtGState::SettingUnder(std::uint32_t key, std::uint32_t othe
     return setting;
 }
 
+/// As above; four functions may stand in an array.
 void ExtGState::TakeTransfer() {
     const bool second = !IsNull(Resolved(Entry(names::kTR2)).Get());
     const PdfObject value = Entry(second ? names::kTR2 : names::kTR);
@@ -93,6 +94,10 @@ void ExtGState::TakeTransfer() {
         for (std::uint32_t i = 0; i < kColors; ++i) {
             transfer_.push_back(SettingOf(ResourceCategory::kFunction, ArrayGet(array.Get(), i)));
         }
+    }
+    const auto isDefault = [](const Setting& each) { return each.kind == Setting::Kind::kDeviceDefault; };
+    if (!second && std::ranges::any_of(transfer_, isDefault)) {
+        transfer_.clear();
     }
 }
 

@@ -20,16 +20,6 @@ void AppendFormType(OutputPiece& piece, PdfObject dictionary) {
     piece.Append("/FormType ").AppendInteger(IsNull(type.Get()) ? 1 : IntegerOf(type.Get())).Append("\n");
 }
 
-void AppendMatrix(OutputPiece& piece, PdfObject dictionary) {
-    const Resolved matrix(DictGet(dictionary, names::kMatrix));
-    if (!Is(matrix.Get(), ObjectType::kArray)) {
-        piece.Append("/Matrix [1 0 0 1 0 0]\n");
-        return;
-    }
-    AppendNumbers(piece.Append("/Matrix ["), matrix.Get(), 6);
-    piece.Append("]\n");
-}
-
 }  // namespace
 
 FormXObject::FormXObject(ResourceKey key, OwnedObject stream)
@@ -65,7 +55,7 @@ Status FormXObject::WriteResource() {
     AppendFormType(piece, dictionary);
     AppendNumbers(piece.Append("/BBox ["), DictGet(dictionary, names::kBBox), 4);
     piece.Append("]\n");
-    AppendMatrix(piece, dictionary);
+    AppendMatrix(piece, DictGet(dictionary, names::kMatrix));
     RETURN_IF_FAILED(piece.Append("/PaintProc {pop save {\n").Write());
     RETURN_IF_FAILED(WriteContent(scope));
     return WriteOutput("} exec restore} bind >> /Form defineRes pop\n");

@@ -82,7 +82,6 @@ private:
     Status SetColorOrPattern(const OperatorRow& row, const SpaceState& state);
     bool AppendNamedColor(std::uint32_t name, OutputPiece& use, std::uint32_t& components);
     Status WriteComponents(const OperatorRow& row, std::uint32_t components, std::string_view use);
-    void DropNumbers();
 
     // Emitters of what is a resource (emit_resources.cpp)
     Status SetExtGState(const OperatorRow& row);

@@ -42,11 +42,25 @@ public:
     [[nodiscard]] virtual bool OverprintsFills() const = 0;
 };
 
+namespace pattern_kind {
+constexpr std::uint32_t kTiling = 1;
+constexpr std::uint32_t kShading = 2;
+}  // namespace pattern_kind
+
 class PatternUse : public Resource {
 public:
     using Resource::Resource;
-    /// True when the pattern carries its own colour, so that its use takes no colour operands.
-    [[nodiscard]] virtual bool CarriesColor() const = 0;
+    /// Appends the text that fetches the instance.
+    void AppendUse(OutputPiece& piece) const override {
+        AppendResourceName(piece, Key());
+        piece.Append(" /MadePattern findRes ");
+    }
+    /// False, recorded, inside the pattern itself, where a device would paint without end.
+    virtual bool CanBeUsedHere() { return true; }
+    /// True for a tiling pattern whose cell sets its own colours.
+    [[nodiscard]] virtual bool IsColoredTiling() const = 0;
+    /// True when the use takes a colour: a cell that is painted like a stencil.
+    [[nodiscard]] bool TakesColor() const { return Kind() != pattern_kind::kShading && !IsColoredTiling(); }
 };
 
 /// An XObject (`Do`) or a shading (`sh`).

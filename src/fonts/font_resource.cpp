@@ -2,7 +2,6 @@
 #include "fonts/font_resource.h"
 
 #include "api/current_job.h"
-#include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 
 namespace zorvan {
@@ -11,9 +10,9 @@ PdfObject FontResource::Reference() const {
     return MakeReference(Key().number, Key().generation);
 }
 
-void FontResource::SetNameFrom(std::uint32_t key) {
+void FontResource::SetNameFrom(std::uint32_t key, std::size_t limit) {
     const Resolved name(DictGet(Dictionary(), key));
-    SetName(CurrentNames().NameText(NameOf(name.Get()), NameTextMode::kToken));
+    SetName(CurrentNames().NameText(NameOf(name.Get()), NameTextMode::kToken, limit));
 }
 
 }  // namespace zorvan

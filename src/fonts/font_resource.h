@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "api/status.h"
+#include "pdf/name_table.h"
 #include "pdf/object.h"
 #include "ps/resource.h"
 
@@ -16,6 +17,9 @@ namespace font_kind {
 constexpr std::uint32_t kType1 = 1;
 constexpr std::uint32_t kType3 = 4;
 constexpr std::uint32_t kTrueType = 8;
+constexpr std::uint32_t kType0 = 16;
+constexpr std::uint32_t kCIDFontType0 = 0;  // these two are descendants
+constexpr std::uint32_t kCIDFontType2 = 2;
 }  // namespace font_kind
 
 /// What a font is built from: its key, and its dictionary.
@@ -41,7 +45,7 @@ protected:
     [[nodiscard]] std::string_view NameWithoutSlash() const { return std::string_view(name_).substr(1); }
     void SetName(std::string_view name) { name_ = "/" + std::string(name); }
     /// Takes the name that is the value of a key of the font dictionary; an empty one when there is none.
-    void SetNameFrom(std::uint32_t key);
+    void SetNameFrom(std::uint32_t key, std::size_t limit = kNameTextLimit);
 
 private:
     OwnedObject dictionary_;
@@ -49,7 +53,8 @@ private:
 };
 
 /// Builds the class that the font dictionary's `Subtype` asks for. Null when the value is no dictionary or
-/// the `Subtype` is none of Type1, MMType1, TrueType and Type3.
+/// the `Subtype` is none of Type0, Type1, MMType1, TrueType and Type3, or when a Type0 font has no
+/// descendant.
 std::unique_ptr<Resource> CreateFontResource(const ResourceRequest& request);
 
 }  // namespace zorvan

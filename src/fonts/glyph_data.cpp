@@ -16,7 +16,7 @@ void AppendFontBox(OutputPiece& piece, const GlyphBox& box) {
 Status WriteGlyphData(Bytes file) {
     constexpr std::size_t kPiece = 32768;
     RETURN_IF_FAILED(WriteOutput("/sfnts["));
-    Codec encoder(CodecKind::kASCIIHexDecodeEncoder, WriteOutput);
+    Codec encoder(CodecKind::kASCIIHexDecodeEncoder, WriteEncoded);
     while (!file.empty()) {
         const Bytes piece = file.first(std::min(kPiece, file.size()));
         RETURN_IF_FAILED(WriteOutput("<"));

@@ -122,7 +122,7 @@ Status WriteParts(const Type1Parts& parts) {
         return Status::kOk;
     }
     // The encoder is never told that the data ends: the ">" that it would write is no digit.
-    Codec encoder(CodecKind::kASCIIHexDecodeEncoder, WriteOutput);
+    Codec encoder(CodecKind::kASCIIHexDecodeEncoder, WriteEncoded);
     RETURN_IF_FAILED(encoder.EncodeChunk(parts.Encrypted()));
     return WriteOutput("\n");
 }

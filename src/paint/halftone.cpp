@@ -185,7 +185,8 @@ Status HalftoneResource::WriteResource() {
 void HalftoneResource::AppendName(OutputPiece& text) const {
     const Resolved name(Entry(names::kHalftoneName));
     if (Is(name.Get(), ObjectType::kString)) {
-        AppendStringText(text.Append("/HalftoneName "), name.Get(), kHalftoneName);
+        const std::string bytes = TextOfString(name.Get());
+        AppendStringText(text.Append("/HalftoneName "), std::string_view(bytes).substr(0, kHalftoneName));
         text.Append("\n");
     }
 }

@@ -8,6 +8,7 @@
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 #include "platform/limits.h"
+#include "ps/output.h"
 
 namespace zorvan {
 
@@ -16,35 +17,20 @@ StitchingFunction::StitchingFunction(ResourceKey key, std::uint32_t kind, Functi
     const Resolved functions(Entry(names::kFunctions));
     const std::uint32_t count = std::min(ArrayCount(functions.Get()), limits::kFunctionNumbers);
     for (std::uint32_t i = 0; i < count; ++i) {
-        const PdfObject element = ArrayGet(functions.Get(), i);
-        Part part;
-        if (IsReference(element)) {
-            part.used = {ResourceCategory::kFunction, element, static_cast<std::uint32_t>(form)};
-        } else {
-            part.own = CreateFunction(element, {.number = TakeGeneratedResourceNumber()}, form);
-        }
-        parts_.push_back(std::move(part));
+        parts_.emplace_back(ArrayGet(functions.Get(), i), form);
     }
 }
 
 Status StitchingFunction::RegisterUsed() {
-    for (Part& part : parts_) {
-        if (part.own != nullptr) {
-            RETURN_IF_FAILED(part.own->RegisterUsed());
-        } else {
-            part.used.Register();
-        }
+    for (FunctionPart& part : parts_) {
+        RETURN_IF_FAILED(part.Register());
     }
     return Status::kOk;
 }
 
-Status StitchingFunction::WritePart(const Part& part) {
-    return part.own != nullptr ? part.own->WriteResource() : part.used.EmitIfNeeded();
-}
-
 Status StitchingFunction::WriteUsed() {
-    for (const Part& part : parts_) {
-        const Status status = WritePart(part);
+    for (const FunctionPart& part : parts_) {
+        const Status status = part.Write();
         if (Failed(status)) {
             return CurrentOutput().IsRefused() ? status : Fail(Status::kIllegalFunction, Reference());
         }
@@ -61,12 +47,8 @@ Status StitchingFunction::AppendBody(OutputPiece& text) {
         return Fail(Status::kInvalidDataType, Reference());
     }
     text.Append("/Functions [");
-    for (const Part& part : parts_) {
-        if (part.own != nullptr) {
-            part.own->AppendUse(text);
-        } else {
-            part.used.AppendUse(text);
-        }
+    for (const FunctionPart& part : parts_) {
+        part.AppendUse(text);
         text.Append(" ");
     }
     text.Append("]\n");

@@ -1,11 +1,10 @@
 // Stitching functions: several functions of one input, each for a part of the domain.
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include "paint/function.h"
-#include "ps/used_resource.h"
+#include "paint/function_part.h"
 
 namespace zorvan {
 
@@ -21,14 +20,7 @@ public:
     Status AppendBody(OutputPiece& text) override;
 
 private:
-    /// The function of a part: in the dictionary itself, or referred to.
-    struct Part {
-        std::unique_ptr<FunctionResource> own;
-        UsedResource used;
-    };
-    static Status WritePart(const Part& part);
-
-    std::vector<Part> parts_;
+    std::vector<FunctionPart> parts_;
 };
 
 }  // namespace zorvan

@@ -112,7 +112,7 @@ Codec::Codec(CodecKind decoderKind, CodecParameters parameters, Codec& upstream,
 }
 
 Codec::Codec(CodecKind encoderKind, Sink sink) : Codec(encoderKind, std::monostate{}, Bytes(), true) {
-    sink_ = sink;
+    sink_ = std::move(sink);
 }
 
 Codec::~Codec() {

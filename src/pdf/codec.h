@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string_view>
 #include <variant>
@@ -54,7 +55,7 @@ CodecParameters DecoderParametersOf(CodecKind kind, PdfObject decodeParms);
 class Codec {
 public:
     /// Where an encoder's output goes; its failure stops the encoder and is handed back by it.
-    using Sink = Status (*)(std::string_view bytes);
+    using Sink = std::function<Status(std::string_view bytes)>;
 
     /// A decoder of the given bytes.
     Codec(CodecKind decoderKind, CodecParameters parameters, Bytes input);
@@ -97,7 +98,7 @@ private:
     Codec* upstream_ = nullptr;
     std::span<std::uint8_t> upstreamBuffer_;
     int upstreamState_ = 0;  // as Decode tells it; 0 also without upstream
-    Sink sink_ = nullptr;
+    Sink sink_;
     Status sinkStatus_ = Status::kOk;
     void* handle_ = nullptr;
 };

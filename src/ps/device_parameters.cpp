@@ -48,10 +48,10 @@ void AppendHexadecimal(OutputPiece& piece, Bytes text) {
 
 /// True for what is, between parentheses, one string: each inner parenthesis has its partner, and no
 /// backslash takes the closing one away.
-bool IsCompleteString(Bytes text) {
+bool IsCompleteString(std::string_view text) {
     int depth = 0;
     bool escaped = false;
-    for (const std::uint8_t letter : text) {
+    for (const char letter : text) {
         if (!escaped) {
             depth += letter == '(' ? 1 : letter == ')' ? -1 : 0;
         }
@@ -93,7 +93,7 @@ void AppendStringObject(OutputPiece& piece, PdfObject string) {
     }
 }
 
-void AppendStringText(OutputPiece& piece, PdfObject string, std::size_t limit) {
+std::string TextOfString(PdfObject string) {
     ByteBuffer decoded;
     Bytes text = StringBytes(string);
     if (StringKindOf(string) == StringKind::kHexadecimal) {
@@ -101,15 +101,18 @@ void AppendStringText(OutputPiece& piece, PdfObject string, std::size_t limit) {
         static_cast<void>(DecodeBytes(CodecKind::kASCIIHexDecode, text, decoded));
         text = decoded.Bytes();
     }
-    text = text.first(std::min(limit, text.size()));
+    return {text.begin(), text.end()};
+}
+
+void AppendStringText(OutputPiece& piece, std::string_view text) {
+    piece.Append("(");
     if (IsCompleteString(text)) {
-        piece.Append("(").Append(text).Append(")");
+        piece.Append(text).Append(")");
         return;
     }
-    piece.Append("(");
-    for (const std::uint8_t& letter : text) {
+    for (const char letter : text) {
         const bool special = letter == '\\' || letter == '(' || letter == ')';
-        piece.Append(special ? "\\" : "").Append(Bytes(&letter, 1));
+        piece.Append(special ? "\\" : "").Append(std::string_view(&letter, 1));
     }
     piece.Append(")");
 }

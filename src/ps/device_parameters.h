@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "pdf/object.h"
 #include "ps/output.h"
@@ -16,9 +17,13 @@ void AppendFilterParameters(OutputPiece& piece, PdfObject dictionary);
 /// parentheses for anything else.
 void AppendStringObject(OutputPiece& piece, PdfObject string);
 
-/// Appends so many bytes of a string in parentheses: as they stand in the file when they make one complete
-/// PostScript string, else with a backslash before every backslash and parenthesis.
-void AppendStringText(OutputPiece& piece, PdfObject string, std::size_t limit);
+/// The text of a string as it stands in the file, escapes and all; hexadecimal digits as the bytes that they
+/// stand for.
+std::string TextOfString(PdfObject string);
+
+/// Appends such a text in parentheses: as it is when it makes one complete PostScript string, else with a
+/// backslash before every backslash and parenthesis.
+void AppendStringText(OutputPiece& piece, std::string_view text);
 
 /// Text of the file that goes into a comment: it must stay on its line, so that line ends become blanks.
 std::string OnOneLine(std::string text);

@@ -2,6 +2,7 @@
 #include "ps/embedded_data.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 #include "api/current_job.h"
@@ -96,7 +97,7 @@ Status WriteRaw(Bytes data) {
 
 /// In lines of 72 digits, with the mark at the end.
 Status WriteHexadecimal(Bytes bytes) {
-    Codec encoder(CodecKind::kASCIIHexDecodeEncoder, WriteOutput);
+    Codec encoder(CodecKind::kASCIIHexDecodeEncoder, WriteEncoded);
     RETURN_IF_FAILED(encoder.EncodeChunk(bytes));
     return encoder.EndEncoding();
 }
@@ -105,41 +106,77 @@ std::uint32_t HexadecimalLength(std::uint32_t bytes) {
     return 2 * bytes + 2 * bytes / 72 + 1;
 }
 
-/// The data compressed, since it must end by a mark of its own. Hosts know such a block by the fixed count:
-/// it does not measure the data.
+/// The data compressed, since it must end by a mark of its own.
+Status Compress(const StreamReader& reader, const Codec::Sink& sink) {
+    Codec encoder(CodecKind::kLZWDecodeEncoder, sink);
+    RETURN_IF_FAILED(InPieces(reader.Raw(), [&](Bytes bytes) { return encoder.EncodeChunk(bytes); }));
+    return encoder.EndEncoding();
+}
+
+/// The same of what compressing makes of it, found by doing so once more.
+bool CompressedEndsTooEarly(const StreamReader& reader) {
+    std::string latest;
+    bool found = false;
+    static_cast<void>(Compress(reader, [&](std::string_view bytes) {
+        latest.append(bytes);
+        found = found || latest.find(kEndData) != std::string::npos;
+        latest.erase(0, latest.size() - std::min(latest.size(), kEndData.size() - 1));
+        return Status::kOk;
+    }));
+    return found;
+}
+
+/// Hosts know a compressed block by the fixed count: it does not measure the data.
 Status EmbedCompressed(const StreamReader& reader, DataIntent intent) {
     OutputPiece piece;
     piece.Append(" currentfile <</Filter /LZWDecode /Intent ")
         .AppendInteger(static_cast<std::int32_t>(intent))
         .Append(">> /ReusableStreamDecode\n%%BeginData: 256 Bytes\nfilter\n");
     RETURN_IF_FAILED(piece.Write());
-    Codec encoder(CodecKind::kLZWDecodeEncoder, WriteOutput);
-    RETURN_IF_FAILED(InPieces(reader.Raw(), [&](Bytes bytes) { return encoder.EncodeChunk(bytes); }));
-    RETURN_IF_FAILED(encoder.EndEncoding());
+    RETURN_IF_FAILED(Compress(reader, WriteEncoded));
     return WriteOutput(kEndData);
 }
 
-Status EmbedRaw(const StreamReader& reader, DataIntent intent) {
-    const bool hexadecimal = EndsTooEarly(reader.Raw());
-    std::vector<StreamFilter> filters = reader.Filters();
-    if (hexadecimal) {
-        filters.insert(filters.begin(),
-                       StreamFilter{.name = names::kASCIIHexDecode, .decodeParms = MakeNull()});
+/// A stream as it goes out: as it stands, or in hexadecimal digits when it holds the line that would end it.
+class PassedData {
+public:
+    PassedData(const StreamReader& reader, bool hexadecimal)
+        : reader_(reader), hexadecimal_(hexadecimal), filters_(reader.Filters()) {
+        if (hexadecimal_) {
+            filters_.insert(filters_.begin(),
+                            StreamFilter{.name = names::kASCIIHexDecode, .decodeParms = MakeNull()});
+        }
     }
+
+    [[nodiscard]] const std::vector<StreamFilter>& Filters() const { return filters_; }
+    [[nodiscard]] std::uint32_t Count() const {
+        return hexadecimal_ ? HexadecimalLength(reader_.Length()) : reader_.Length();
+    }
+    [[nodiscard]] Status Write() const {
+        return hexadecimal_ ? WriteHexadecimal(reader_.Raw()) : WriteRaw(reader_.Raw());
+    }
+
+private:
+    const StreamReader& reader_;
+    bool hexadecimal_;
+    std::vector<StreamFilter> filters_;
+};
+
+Status EmbedPassed(const PassedData& data, DataIntent intent) {
     OutputPiece piece;
     piece.Append(" currentfile <<");
-    if (filters.size() == 1) {
-        AppendOneFilter(piece, filters.front());
+    if (data.Filters().size() == 1) {
+        AppendOneFilter(piece, data.Filters().front());
     } else {
-        AppendFilters(piece, filters);
+        AppendFilters(piece, data.Filters());
     }
     piece.Append("/Intent ")
         .AppendInteger(static_cast<std::int32_t>(intent))
         .Append(" >> /ReusableStreamDecode\n%%BeginData: ")
-        .AppendUnsigned(hexadecimal ? HexadecimalLength(reader.Length()) : reader.Length())
+        .AppendUnsigned(data.Count())
         .Append(" Bytes\nfilter\n");
     RETURN_IF_FAILED(piece.Write());
-    RETURN_IF_FAILED(hexadecimal ? WriteHexadecimal(reader.Raw()) : WriteRaw(reader.Raw()));
+    RETURN_IF_FAILED(data.Write());
     return WriteOutput(kEndData);
 }
 
@@ -149,7 +186,7 @@ std::string_view Opening(CodecKind encoderKind) {
 
 /// One encoder serves all strings: each ends with its own end of data. The first one is opened already.
 Status WriteStrings(Bytes bytes, std::size_t length, CodecKind encoderKind) {
-    Codec encoder(encoderKind, WriteOutput);
+    Codec encoder(encoderKind, WriteEncoded);
     do {
         const Bytes piece = bytes.first(std::min(length, bytes.size()));
         RETURN_IF_FAILED(encoder.EncodeChunk(piece));
@@ -171,12 +208,35 @@ bool HasDeviceFilters(PdfObject stream) {
 Status EmbedStream(PdfObject stream, PdfObject reference, DataIntent intent) {
     const StreamReader reader(stream);
     if (reader.Filters().empty()) {
-        return EmbedCompressed(reader, intent);
+        return CompressedEndsTooEarly(reader) ? EmbedPassed({reader, true}, intent)
+                                              : EmbedCompressed(reader, intent);
     }
     if (!std::ranges::all_of(reader.Filters(), IsDeviceFilter)) {
         return Fail(Status::kDecodeError, reference);
     }
-    return EmbedRaw(reader, intent);
+    return EmbedPassed({reader, EndsTooEarly(reader.Raw())}, intent);
+}
+
+Status EmbedInFile(PdfObject stream, std::string_view closing) {
+    const StreamReader reader(stream);
+    if (reader.Filters().empty()) {
+        RETURN_IF_FAILED(WriteOutput(" currentfile /LZWDecode filter\n%%BeginData: 256 Bytes\n"));
+        RETURN_IF_FAILED(Compress(reader, WriteEncoded));
+        RETURN_IF_FAILED(WriteOutput(closing));
+        return WriteOutput(kEndData);
+    }
+    const PassedData data(reader, EndsTooEarly(reader.Raw()));
+    OutputPiece piece;
+    piece.Append(" currentfile");
+    for (const StreamFilter& filter : data.Filters()) {
+        AppendFilterName(piece, filter);
+        piece.Append(" filter");
+    }
+    piece.Append("\n%%BeginData:").AppendUnsigned(data.Count()).Append(" Bytes\n");
+    RETURN_IF_FAILED(piece.Write());
+    RETURN_IF_FAILED(data.Write());
+    RETURN_IF_FAILED(WriteOutput(kEndData));
+    return WriteOutput(closing);
 }
 
 Status EmbedCountedString(Bytes bytes) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "api/status.h"
 #include "pdf/byte_scan.h"
@@ -21,6 +22,11 @@ bool HasDeviceFilters(PdfObject stream);
 /// an object on the operand stack. A stream without a filter is compressed. kDecodeError, recorded with the
 /// reference, for a filter that PostScript does not have.
 Status EmbedStream(PdfObject stream, PdfObject reference, DataIntent intent);
+
+/// Writes the data of a stream, as it was resolved, as a source that the device reads once, from the file
+/// itself, and `closing`, which uses it: behind the data, or, since compressed data ends by itself, in front
+/// of the comment that ends it. The stream's filters must be the device's.
+Status EmbedInFile(PdfObject stream, std::string_view closing);
 
 /// Writes bytes so that they end as a string on the operand stack.
 Status EmbedCountedString(Bytes bytes);

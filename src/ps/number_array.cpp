@@ -20,6 +20,16 @@ void AppendNumbers(OutputPiece& piece, PdfObject array) {
     AppendNumbers(piece, elements.Get(), std::min(ArrayCount(elements.Get()), limits::kNumbers));
 }
 
+void AppendMatrix(OutputPiece& piece, PdfObject matrix) {
+    const Resolved numbers(matrix);
+    if (!Is(numbers.Get(), ObjectType::kArray)) {
+        piece.Append("/Matrix [1 0 0 1 0 0]\n");
+        return;
+    }
+    AppendNumbers(piece.Append("/Matrix ["), numbers.Get(), 6);
+    piece.Append("]\n");
+}
+
 float NumberAt(PdfObject array, std::uint32_t index) {
     return NumberOf(Resolved(ArrayGet(array, index)).Get());
 }

@@ -15,6 +15,9 @@ void AppendNumbers(OutputPiece& piece, PdfObject array, std::uint32_t count);
 /// The same of all its elements, as far as a device has room for them.
 void AppendNumbers(OutputPiece& piece, PdfObject array);
 
+/// Appends "/Matrix [", the six numbers of a matrix and "]\n"; those of the identity for what is no array.
+void AppendMatrix(OutputPiece& piece, PdfObject matrix);
+
 /// A number of such an array.
 float NumberAt(PdfObject array, std::uint32_t index);
 

@@ -89,6 +89,15 @@ char* WriteInteger(char* out, std::int32_t value) {
     return std::to_chars(out, out + kMaxNumberText, value).ptr;
 }
 
+char* WriteFourDigits(char* out, std::uint16_t value) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    for (unsigned shift = 16; shift > 0;) {
+        shift -= 4;
+        *out++ = kDigits[(value >> shift) & 0xFU];
+    }
+    return out;
+}
+
 char* WriteUnsigned(char* out, std::uint32_t value) {
     return std::to_chars(out, out + kMaxNumberText, value).ptr;
 }

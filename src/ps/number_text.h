@@ -15,6 +15,9 @@ constexpr std::size_t kMaxNumberText = 64;
 char* WriteInteger(char* out, std::int32_t value);
 char* WriteUnsigned(char* out, std::uint32_t value);
 
+/// Four hexadecimal digits, "%04x".
+char* WriteFourDigits(char* out, std::uint16_t value);
+
 /// "%f" of the value: six decimals, rounded to the nearest (ties to even), the separator always a point.
 char* WriteFixed(char* out, float value);
 

@@ -65,6 +65,11 @@ OutputPiece& OutputPiece::AppendUnsigned(std::uint32_t value) {
     return *this;
 }
 
+OutputPiece& OutputPiece::AppendFourDigits(std::uint16_t value) {
+    CommitTo(WriteFourDigits(Room(kMaxNumberText), value));
+    return *this;
+}
+
 OutputPiece& OutputPiece::AppendFixed(float value) {
     CommitTo(WriteFixed(Room(kMaxNumberText), value));
     return *this;

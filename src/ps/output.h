@@ -40,6 +40,11 @@ Status WriteOutput(std::string_view piece);
 
 Status WriteOutput(std::span<const std::uint8_t> bytes);
 
+/// The first of the two, for an encoder to write to.
+inline Status WriteEncoded(std::string_view piece) {
+    return WriteOutput(piece);
+}
+
 /// A piece being composed. It is written once; Clear makes it ready for the next one and keeps its memory.
 class OutputPiece {
 public:
@@ -47,6 +52,8 @@ public:
     OutputPiece& Append(std::span<const std::uint8_t> bytes);
     OutputPiece& AppendInteger(std::int32_t value);
     OutputPiece& AppendUnsigned(std::uint32_t value);
+    /// "%04x".
+    OutputPiece& AppendFourDigits(std::uint16_t value);
     /// "%f": six decimals.
     OutputPiece& AppendFixed(float value);
     /// The real-number rule.

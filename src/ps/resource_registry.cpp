@@ -61,6 +61,10 @@ Status ResourceRegistry::Register(ResourceCategory category, const ResourceReque
     }
     const CategoryRow& row = RowOf(category);
     Entry* known = Find(category, request.key);
+    if (known != nullptr && known->building && category == ResourceCategory::kPattern) {
+        return Status::kOk;  // named, perhaps with all the page's resources; whether it is used its content
+                             // tells
+    }
     if ((known != nullptr && known->building) || nesting_ >= limits::kContentNesting) {
         return Fail(row.error, ReferenceOf(request.key));
     }
@@ -127,6 +131,9 @@ Status ResourceRegistry::Emit(ResourceCategory category, Entry& entry) {
     if (entry.resource == nullptr) {
         return Status::kOk;
     }
+    if (entry.writing && category == ResourceCategory::kPattern) {
+        return Status::kOk;
+    }
     if (entry.writing || nesting_ >= limits::kContentNesting) {
         RecordError(RowOf(category).error, ReferenceOf(entry.key));
         return Status::kOk;  // the inner one is skipped, and its page stays
@@ -147,6 +154,12 @@ void ResourceRegistry::MarkDrawn(ResourceCategory category, ResourceKey key) {
     const Deeper deeper(nesting_);
     entry->drawnIn = serial_;
     entry->resource->MarkDrawn();
+}
+
+void ResourceRegistry::MarkUnusable(ResourceCategory category, ResourceKey key) {
+    if (Entry* entry = Find(category, key)) {
+        entry->unusable = true;
+    }
 }
 
 Status ResourceRegistry::EmitAndMark(ResourceCategory category, ResourceKey key) {
@@ -198,6 +211,8 @@ Status ResourceRegistry::EmitPageLevel(const ResourceScope& scope) {
     RETURN_IF_FAILED(EmitDirect(scope, ResourceCategory::kExtGState));
     RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kColorSpace));
     RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kExtGState));
+    // What shadings name: in the content, a q around the first use would take it back.
+    RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kShading));
     RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kXObject));
     RETURN_IF_FAILED(EmitNamed(scope, ResourceCategory::kFont));
     return EmitNamed(scope, ResourceCategory::kPattern);
@@ -206,8 +221,8 @@ Status ResourceRegistry::EmitPageLevel(const ResourceScope& scope) {
 Status ResourceRegistry::EmitScope(const ResourceScope& scope) {
     const auto inForce = PutInForce(&scope);
     for (const ResourceCategory category :
-         {ResourceCategory::kColorSpace, ResourceCategory::kExtGState, ResourceCategory::kXObject,
-          ResourceCategory::kFont, ResourceCategory::kPattern}) {
+         {ResourceCategory::kColorSpace, ResourceCategory::kExtGState, ResourceCategory::kShading,
+          ResourceCategory::kXObject, ResourceCategory::kFont, ResourceCategory::kPattern}) {
         RETURN_IF_FAILED(EmitNamed(scope, category));
     }
     return Status::kOk;
@@ -216,11 +231,8 @@ Status ResourceRegistry::EmitScope(const ResourceScope& scope) {
 Status ResourceRegistry::InstantiatePatterns(const ResourceScope& scope) {
     for (const ScopeEntry& each : scope.Entries(ResourceCategory::kPattern)) {
         const Entry* entry = Find(ResourceCategory::kPattern, each.key);
-        if (entry == nullptr) {
+        if (entry == nullptr || entry->resource == nullptr || entry->unusable) {
             return Fail(Status::kUnregisteredResources, ReferenceOf(each.key));
-        }
-        if (entry->resource == nullptr) {
-            continue;
         }
         OutputPiece line;
         AppendResourceName(line, each.key);

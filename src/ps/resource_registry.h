@@ -52,6 +52,9 @@ public:
     /// The page that is written next, or is being written: a number that no other output of a page has.
     [[nodiscard]] std::uint32_t PageSerial() const { return serial_; }
 
+    /// From here on no page can have the resource, which has turned out to contain itself.
+    void MarkUnusable(ResourceCategory category, ResourceKey key);
+
     /// Writes the definition and marks it as written. Nothing for an absent entry.
     Status EmitAndMark(ResourceCategory category, ResourceKey key);
     /// The same, unless it is written already: what a resource calls for the ones that it names.
@@ -74,7 +77,7 @@ public:
         return {scopeInForce_, scope};
     }
     /// Makes the page's patterns, after its clip. kUnregisteredResources, recorded, for a name of the scope
-    /// that is not registered.
+    /// whose pattern is absent or unusable.
     Status InstantiatePatterns(const ResourceScope& scope);
 
 private:
@@ -83,6 +86,7 @@ private:
         std::unique_ptr<Resource> resource;  // null when the object is no usable resource
         bool global = false;
         bool building = false;
+        bool unusable = false;
         bool writing = false;
         std::uint32_t pageCount = 1;
         std::uint32_t firstPage = 0;

@@ -213,6 +213,21 @@ TEST_F(EmbeddedData, WithAFilterThatPostScriptLacksIsNotWritten) {
     }
 }
 
+// The first 62 bytes bring the codes of the others, nine bits each, to where together they read
+// "\n%%EndData\n".
+TEST_F(EmbeddedData, ThatWouldHoldTheEndLineOnceCompressedGoesOutInHexadecimalDigits) {
+    std::string data;
+    for (char byte = 0; byte < 62; ++byte) {
+        data += byte;
+    }
+    data += "\x0A\x4A\x95\x2B\xE6\x88\x16\x17\xBA\x61\x14\xFF";
+    const std::string written = Streamed(data);
+    EXPECT_THAT(written, StartsWith(" currentfile <</Filter /ASCIIHexDecode\n/Intent 0 >> "
+                                    "/ReusableStreamDecode\n%%BeginData: 151 Bytes\nfilter\n000102"));
+    EXPECT_TRUE(written.ends_with("61\n14FF>\n%%EndData\n")) << written;
+    EXPECT_EQ(written.find("\n%%EndData\n"), written.size() - 11);
+}
+
 TEST_F(EmbeddedData, StopsAtTheFirstPieceThatTheHostRefuses) {
     for (const std::string filter : {"", "/Filter /FlateDecode"}) {
         Prepare("abc", filter);

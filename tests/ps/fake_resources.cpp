@@ -126,7 +126,7 @@ public:
 class FakePattern : public Fake<PatternUse> {
 public:
     using Fake::Fake;
-    [[nodiscard]] bool CarriesColor() const override { return PayloadOf(Get("PaintType")) == 1; }
+    [[nodiscard]] bool IsColoredTiling() const override { return PayloadOf(Get("PaintType")) == 1; }
 };
 
 class FakePainted : public Fake<PaintedUse> {

@@ -28,10 +28,6 @@ protected:
         JobTest::SetUp();
         CurrentJob()->factories = FakeFactories();
     }
-
-    static void RemoveFactory(ResourceCategory category) {
-        CurrentJob()->factories[ListOf(category)] = nullptr;
-    }
 };
 
 }  // namespace zorvan::test
