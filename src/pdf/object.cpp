@@ -32,6 +32,7 @@ struct StreamBlock {
     std::uint32_t dataOffset;
     std::uint32_t length;
     PdfObject dictionary;
+    PdfObject owner;
 };
 
 template <class Block>
@@ -141,7 +142,10 @@ PdfObject CopyBlock(PdfObject object) {
         return copy;
     }
     if (StreamBlockOf(object) != nullptr) {
-        return NewStream(StreamDataOffset(object), StreamLength(object), StreamDictionary(object));
+        const PdfObject copy =
+            NewStream(StreamDataOffset(object), StreamLength(object), StreamDictionary(object));
+        SetStreamOwner(copy, StreamOwner(object));
+        return copy;
     }
     return MakeNull();
 }
@@ -189,7 +193,7 @@ PdfObject NewArray(std::uint32_t count) {
 PdfObject NewStream(std::uint32_t dataOffset, std::uint32_t length, PdfObject dictionary) {
     StreamBlock* block = nullptr;
     const PdfObject stream = NewBlock(ObjectType::kStream, 0, block);
-    *block = {dataOffset, length, dictionary};
+    *block = {dataOffset, length, dictionary, MakeNull()};
     return stream;
 }
 
@@ -300,6 +304,31 @@ std::uint32_t StreamLength(PdfObject stream) {
 PdfObject StreamDictionary(PdfObject stream) {
     const StreamBlock* block = StreamBlockOf(stream);
     return block == nullptr ? MakeNull() : block->dictionary;
+}
+
+PdfObject StreamOwner(PdfObject stream) {
+    const StreamBlock* block = StreamBlockOf(stream);
+    return block == nullptr ? MakeNull() : block->owner;
+}
+
+void SetStreamOwner(PdfObject stream, PdfObject reference) {
+    if (StreamBlock* block = StreamBlockOf(stream)) {
+        block->owner = reference;
+    }
+}
+
+PdfObject ReplaceStrings(PdfObject object, const std::function<PdfObject(PdfObject string)>& replace) {
+    if (Is(object, ObjectType::kString)) {
+        const PdfObject made = replace(object);
+        FreeObject(object);
+        return made;
+    }
+    ForEachInside(object, [&replace](PdfObject& inner) {
+        if (HasBlock(inner)) {
+            inner = ReplaceStrings(inner, replace);
+        }
+    });
+    return object;
 }
 
 void FreeBlocks(PdfObject object) noexcept {

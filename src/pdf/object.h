@@ -3,6 +3,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <functional>
 #include <span>
 
 namespace zorvan {
@@ -164,6 +165,14 @@ PdfObject MakeArray(std::span<const PdfObject> elements);
 std::uint32_t StreamDataOffset(PdfObject stream);
 std::uint32_t StreamLength(PdfObject stream);
 PdfObject StreamDictionary(PdfObject stream);
+/// The reference of the object that the stream is, by which encrypted data finds its key; null when nobody
+/// set it.
+PdfObject StreamOwner(PdfObject stream);
+void SetStreamOwner(PdfObject stream, PdfObject reference);
+
+/// Puts what `replace` makes of each string inside a value, at any depth, in its place. The value may itself
+/// be a string, and the result is then the new one.
+PdfObject ReplaceStrings(PdfObject object, const std::function<PdfObject(PdfObject string)>& replace);
 
 // --- ownership ---
 

@@ -18,7 +18,7 @@ namespace {
 
 enum class StreamLengths { kResolve, kTakeAsNone };
 
-PdfObject Resolve(const PdfFile& file, PdfObject reference, StreamLengths lengths);
+PdfObject Resolve(const PdfFile& file, PdfObject& reference, StreamLengths lengths);
 
 /// One run of the parser over one object. It owns every value on its stack, so that nothing of it outlives
 /// the run but the result.
@@ -197,7 +197,7 @@ PdfObject Parse(const PdfFile& file, std::uint32_t offset, StreamLengths lengths
     return ObjectParser(file, offset, lengths).Parse();
 }
 
-PdfObject Resolve(const PdfFile& file, PdfObject reference, StreamLengths lengths) {
+PdfObject Resolve(const PdfFile& file, PdfObject& reference, StreamLengths lengths) {
     for (std::uint32_t hops = 0; hops < limits::kReferenceHops; ++hops) {
         const std::uint32_t offset = file.Xref().Lookup(reference.payload, reference.type);
         if (offset == 0 || offset == XrefTable::kNoOffset) {
@@ -212,6 +212,35 @@ PdfObject Resolve(const PdfFile& file, PdfObject reference, StreamLengths length
     return MakeNull();
 }
 
+/// The text of a literal string that has these bytes.
+std::vector<std::uint8_t> LiteralText(std::span<const std::uint8_t> bytes) {
+    std::vector<std::uint8_t> text;
+    for (const std::uint8_t byte : bytes) {
+        if (byte == '(' || byte == ')' || byte == '\\') {
+            text.push_back('\\');
+        }
+        if (byte == '\r') {
+            text.insert(text.end(), {'\\', 'r'});
+        } else {
+            text.push_back(byte);
+        }
+    }
+    return text;
+}
+
+/// Each object has a key of its own, by which its strings and, later, its data are decrypted.
+PdfObject Decrypted(PdfObject object, PdfObject reference, SecurityState security) {
+    SetStreamOwner(object, reference);
+    return ReplaceStrings(object, [&](PdfObject string) {
+        security.SetObjectKey(reference.payload, reference.type);
+        const Bytes text = StringBytes(string);
+        const auto bytes = StringKindOf(string) == StringKind::kHexadecimal
+                               ? security.DecryptHexadecimalString(text)
+                               : security.DecryptLiteralString(text);
+        return MakeString(LiteralText(bytes), StringKind::kLiteral);
+    });
+}
+
 }  // namespace
 
 PdfObject ParseObjectAt(const PdfFile& file, std::uint32_t offset) {
@@ -219,7 +248,8 @@ PdfObject ParseObjectAt(const PdfFile& file, std::uint32_t offset) {
 }
 
 PdfObject ResolveReference(const PdfFile& file, PdfObject reference) {
-    return Resolve(file, reference, StreamLengths::kResolve);
+    const PdfObject object = Resolve(file, reference, StreamLengths::kResolve);
+    return file.Security().IsActive() ? Decrypted(object, reference, file.Security()) : object;
 }
 
 Resolved::Resolved(PdfObject value) : value_(value) {

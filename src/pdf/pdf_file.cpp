@@ -39,7 +39,8 @@ Status PdfFile::ReadStructure() {
     XrefReader reader(*this, xref_, trailer_);
     RETURN_IF_FAILED(reader.ReadChain());
     if (trailer_.encrypted) {
-        return Fail(Status::kUnknownSecurityHandler);
+        RETURN_IF_FAILED(security_.InitSecurity(*this, trailer_.encrypt.Get(), trailer_.identifiers[0],
+                                                password_.Bytes()));
     }
     return ReadCatalog();
 }

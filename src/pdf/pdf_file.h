@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "api/status.h"
 #include "pdf/object.h"
+#include "pdf/security.h"
 #include "pdf/xref_table.h"
 #include "platform/mapped_file.h"
 #include "zorvan/zorvan.h"
@@ -20,9 +22,8 @@ struct Password {
     std::uint32_t length = 0;
 
     explicit Password(const ZORVAN_PasswordRecord* record);
+    [[nodiscard]] std::vector<std::uint8_t> Bytes() const { return {text.begin(), text.begin() + length}; }
 };
-
-using FileIdentifier = std::array<std::uint8_t, 16>;
 
 /// What the newest trailer tells, and the chain of sections behind it.
 struct TrailerEntries {
@@ -38,7 +39,8 @@ public:
     explicit PdfFile(const ZORVAN_PasswordRecord* password) : password_(password) {}
 
     /// Maps the file and reads header, cross-reference chain, trailer and catalog. Every failure is recorded:
-    /// kOpenFileError, kIllegalPdfFile, kUnknownSecurityHandler, kInvalidDataType (the catalog).
+    /// kOpenFileError, kIllegalPdfFile, kUnknownSecurityHandler, kCheckPassword, kInvalidDataType (the
+    /// catalog).
     Status OpenPdfFile(const std::string& path);
 
     [[nodiscard]] std::span<const std::uint8_t> Bytes() const { return mapped_.Bytes(); }
@@ -46,6 +48,8 @@ public:
     void LetGo(std::span<const std::uint8_t> bytes) const { mapped_.LetGo(bytes); }
     [[nodiscard]] const XrefTable& Xref() const { return xref_; }
     [[nodiscard]] const TrailerEntries& Trailer() const { return trailer_; }
+    /// Inactive for a file that is not encrypted.
+    [[nodiscard]] const SecurityState& Security() const { return security_; }
     /// The catalog's `Pages` value: the reference of the page tree's root, or null.
     [[nodiscard]] PdfObject Pages() const { return pages_; }
     /// The catalog's `JT` value, likewise.
@@ -59,6 +63,7 @@ private:
     MappedFile mapped_;
     XrefTable xref_;
     TrailerEntries trailer_;
+    SecurityState security_;
     PdfObject pages_;
     PdfObject jobTicket_;
 };

@@ -33,7 +33,18 @@ StreamReader::StreamReader(PdfObject stream) {
     const std::size_t length = StreamLength(stream);
     cutShort_ = length > file.size() - start;
     raw_ = file.subspan(start, std::min(length, file.size() - start));
+    if (CurrentPdfFile()->Security().IsActive() && IsReference(StreamOwner(stream))) {
+        Decrypt(StreamOwner(stream));
+    }
     ReadFilters(StreamDictionary(stream));
+}
+
+void StreamReader::Decrypt(PdfObject owner) {
+    SecurityState security = CurrentPdfFile()->Security();
+    security.SetObjectKey(owner.payload, owner.type);
+    security.Rc4Apply(raw_, decrypted_.Room(raw_.size()).data());
+    decrypted_.Commit(raw_.size());
+    raw_ = decrypted_.Bytes();
 }
 
 void StreamReader::ReadFilters(PdfObject dictionary) {

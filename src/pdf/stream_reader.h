@@ -6,13 +6,12 @@
 #include <vector>
 
 #include "api/status.h"
+#include "pdf/byte_buffer.h"
 #include "pdf/byte_scan.h"
 #include "pdf/codec.h"
 #include "pdf/object.h"
 
 namespace zorvan {
-
-class ByteBuffer;
 
 /// A filter of a stream: its name, and its parameters as a value inside the stream's dictionary (or null).
 struct StreamFilter {
@@ -27,7 +26,7 @@ public:
 
     /// The declared length, clamped to what the file holds behind the data's start.
     [[nodiscard]] std::uint32_t Length() const { return static_cast<std::uint32_t>(raw_.size()); }
-    /// The data as it stands in the file.
+    /// The data as it stands in the file, decrypted.
     [[nodiscard]] Bytes Raw() const { return raw_; }
     /// True when the declared length reaches beyond the file.
     [[nodiscard]] bool IsCutShort() const { return cutShort_; }
@@ -44,12 +43,14 @@ public:
     int ReadChunk(Bytes& chunk);
 
 private:
+    void Decrypt(PdfObject owner);
     void ReadFilters(PdfObject dictionary);
     [[nodiscard]] CodecKind KindOf(std::size_t filter) const;
 
     OwnedObject filterValue_;  // resolved `Filter` and `DecodeParms`, as far as they are references
     OwnedObject parmsValue_;
     std::vector<OwnedObject> resolvedParms_;
+    ByteBuffer decrypted_;  // what raw_ is in, in an encrypted file
     Bytes raw_;
     bool cutShort_ = false;
     bool decoding_ = false;

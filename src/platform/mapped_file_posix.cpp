@@ -1,4 +1,5 @@
 // Mapping files with mmap.
+#include <functional>
 #include <limits>
 
 #include <fcntl.h>
@@ -54,6 +55,11 @@ bool MappedFile::Map(const std::string& path) {
 }
 
 void MappedFile::LetGo(std::span<const std::uint8_t> part) const {
+    const bool inside = std::less_equal<>()(view_, part.data()) &&
+                        std::less_equal<>()(part.data() + part.size(), view_ + size_);
+    if (!inside) {
+        return;  // a decrypted copy, for instance
+    }
     static const auto kPage = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     // Whole pages only; the view itself begins with one.
     const auto begin = (static_cast<std::size_t>(part.data() - view_) + kPage - 1) / kPage * kPage;
