@@ -107,6 +107,63 @@ TEST(ColorSpace, ThatTheDeviceRefusesLeavesTheColorItHas) {
     EXPECT_EQ(Filled("[/Separation (x) /DeviceRGB 5] cs 1 scn 0 0 5 5 re f 0 1 0 rg"), kGreen);
 }
 
+// The writer gives a base of its own as its definition and as its use, one of which may be missing.
+TEST(IndexedSpace, TakesTheFirstBaseThatIsOne) {
+    for (const std::string base : {"DefaultRGB DefaultRGB", "[/DeviceRGB] null", "null DefaultRGB",
+                                   "null [/DeviceRGB]", "/N9 /ColorSpace findRes DefaultRGB"}) {
+        const std::string space = "[/Indexed " + base + " 1\n<ff000000ff00>]";
+        for (const std::string& used :
+             {space + " cs 1 sc",
+              "/N8 " + space + " /ColorSpace defineRes pop /N8 /ColorSpace findRes cs 1 sc",
+              space + " setcolorspace 1 setcolor /sfc {} store"}) {
+            EXPECT_EQ(Filled("0 0 1 rg " + used), kGreen) << used;
+        }
+    }
+}
+
+TEST(IndexedSpace, FillsUpAndCutsItsTable) {
+    const auto table = [](const std::string& space) {
+        return Printed(space + " cs Fill /Space get 3 get length =");
+    };
+    EXPECT_EQ(table("[/Indexed DefaultRGB 3 ()]"), "12\n");
+    EXPECT_EQ(table("[/Indexed DefaultRGB DefaultRGB 3 <ff>]"), "12\n");
+    EXPECT_EQ(table("[/Indexed DefaultCMYK 1 (0123456789)]"), "8\n");
+    EXPECT_EQ(Filled("[/Indexed DefaultRGB 1 <00ff0000>] cs 0 sc"), kGreen);
+    EXPECT_EQ(Filled("[/Indexed DefaultRGB 1 <00ff0000>] cs 1 sc"), kBlack);
+    EXPECT_EQ(
+        Filled(
+            "/N8 [/Indexed DefaultGray 255 <~~>] /ColorSpace defineRes pop /N8 /ColorSpace findRes cs 9 sc"),
+        kBlack);
+}
+
+TEST(IndexedSpace, OfNothingLeavesThePageAlone) {
+    for (const std::string space : {"[/Indexed null null 1 <00ff>]", "[/Indexed]", "[/Indexed 1 <00>]",
+                                    "[/Indexed DefaultGray null <00>]", "[/Indexed DefaultGray -5 <00>]"}) {
+        EXPECT_EQ(Filled("0 1 0 rg 0 0 5 5 re f q /N8 " + space +
+                         " /ColorSpace defineRes pop /N8 /ColorSpace findRes cs 1 sc 0 0 5 5 re f Q"),
+                  kGreen)
+            << space;
+    }
+}
+
+TEST(IndexedSpace, OfAnImageIsPutRightToo) {
+    EXPECT_EQ(Painted("q 100 0 0 100 0 0 cm BI /Width 1 /Height 1 /BitsPerComponent 8 /ColorSpace "
+                      "[/Indexed DefaultRGB DefaultRGB 1 <00000000ff>] /DataSource <01> ID EI Q")
+                  .At(50, 50),
+              kGreen);
+}
+
+TEST(DefaultSpaces, TakeASpaceOfAsManyComponents) {
+    const std::string page = " /ColorSpace defineRes pop /DefaultRGB /N12 /ColorSpace findRes  dd\n0 0 1 rg";
+    EXPECT_EQ(Filled("/N12 [/DeviceN [(a) (b) (c)] DefaultRGB {3 1 roll}]" + page), kRed);
+    EXPECT_EQ(
+        Filled("/N12 [/CIEBasedABC << /WhitePoint [0.9505 1 1.089] /DecodeABC [{pop 0} {pop 0} {pop 0}] >>]" +
+               page),
+        kBlack);
+    EXPECT_EQ(Filled("/N12 [/Separation (a) DefaultRGB {0 0}]" + page), kBlue);
+    EXPECT_EQ(Filled("/N12 [/DeviceN [(a) (b) (c) (d)] DefaultRGB {pop}]" + page), kBlue);
+}
+
 TEST(DefaultSpaces, AreArrays) {
     EXPECT_EQ(Printed("DefaultGray == DefaultRGB == DefaultCMYK =="),
               "[/DeviceGray]\n[/DeviceRGB]\n[/DeviceCMYK]\n");

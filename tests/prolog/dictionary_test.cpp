@@ -35,6 +35,28 @@ TEST(Dictionaries, NeverOutgrowTheSizeTheyWereMadeWith) {
     EXPECT_EQ(outcome.text, "");
 }
 
+TEST(Dictionaries, OfFunctionsNeverOutgrowTheirSizesEither) {
+    const std::string sampled =
+        "<</FunctionType 0 /Domain [0 1] /Range [0 1] /Encode [0 1] /Decode [0 1] /Size [2] /BitsPerSample "
+        "12 "
+        "/DataSource <000fff>>> ";
+    const std::string power = "<</FunctionType 2 /Domain [0 1] /N 2 /C0 [0] /C1 [1] /Range [0 1]>> ";
+    const std::string stitched =
+        "<</FunctionType 3 /Domain [0 1] /Range [0 1] /Bounds [0.5] /Encode [0 1 0 1] /Functions [" +
+        sampled + power + "]>> ";
+    const std::string lab = "[/CIEBasedABC <</RangeABC [0 100 -9 9 -9 9] /WhitePoint [1 1 1]>>] ";
+    const Outcome outcome =
+        PrologJob()
+            .Before(kStrict)
+            .Page("[/Separation (x) DefaultGray " + stitched + "] cs 0.5 sc 0 0 5 5 re f " + lab + "cs " +
+                  "<</ShadingType 1 /ColorSpace DefaultGray /Function {add 2 div}>> sh " +
+                  "<</ShadingType 2 /Coords [0 0 1 1] /ColorSpace DefaultGray /Function " + stitched +
+                  ">> sh " + "<</TR " + stitched + ">> gs")
+            .Run();
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.text, "");
+}
+
 TEST(Dictionaries, AreWatchedByATestThatSeesAFullOne) {
     EXPECT_EQ(
         Interpret("-sDEVICE=nullpage", std::string(kStrict) + "1 dict begin /a 1 def /b 2 def /a 3 def").text,

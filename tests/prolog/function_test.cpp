@@ -162,10 +162,10 @@ const std::map<std::string, std::function<double(double, double)>>& SpotFunction
     return table;
 }
 
-/// Prints a function's values on a grid of 7 by 7 points.
+/// Prints a function's values on a grid of 33 by 33 points, the edges among them.
 std::string ValuesOf(const std::string& name) {
     return "/f /" + name +
-           " /Function findRes def -0.93 0.3 0.9 {/x exch def -0.93 0.3 0.9 {x exch f =} for} for\n";
+           " /Function findRes def -16 1 16 {16 div /x exch def -16 1 16 {16 div x exch f =} for} for\n";
 }
 
 TEST(SpotFunctions, AreTheTwentyOnePublishedOnes) {
@@ -175,13 +175,13 @@ TEST(SpotFunctions, AreTheTwentyOnePublishedOnes) {
         content += ValuesOf(name);
     }
     const std::vector<double> values = Numbers(Printed(content));
-    ASSERT_EQ(values.size(), 21U * 49U);
+    ASSERT_EQ(values.size(), 21U * 1089U);
     std::size_t at = 0;
     for (const auto& [name, formula] : SpotFunctions()) {
-        for (int point = 0; point < 49; ++point) {
-            const int row = point / 7;
-            const double x = -0.93 + 0.3 * row;
-            const double y = -0.93 + 0.3 * (point % 7);
+        for (int point = 0; point < 1089; ++point) {
+            const int row = point / 33;
+            const double x = row / 16.0 - 1;
+            const double y = (point % 33) / 16.0 - 1;
             EXPECT_NEAR(values[at++], formula(x, y), 2e-6) << name << " at " << x << ' ' << y;
         }
     }

@@ -104,6 +104,56 @@ TEST(ExtGState, LeavesTheDeviceAloneInsideAPatternsCell) {
               "0.25\n3.0\n");
 }
 
+const std::string kHalf = "<</FunctionType 2 /Domain [0 1] /C0 [0] /C1 [0.5] /N 1>> ";
+
+TEST(ExtGState, TakesFunctionsAsDictionaries) {
+    const std::string told =
+        "1 currenttransfer exec = 1 currentblackgeneration exec = 1 currentundercolorremoval exec = count =";
+    const std::string entries = "<< /TR " + kHalf + "/BG " + kHalf + "/UCR " + kHalf + ">> ";
+    EXPECT_EQ(Printed(entries + "gs " + told), "0.5\n0.5\n0.5\n0\n");
+    EXPECT_EQ(Printed("/N1 " + entries + "/ExtGState defineRes pop /N1 /ExtGState findRes gs " + told),
+              "0.5\n0.5\n0.5\n0\n");
+    EXPECT_EQ(Printed("<< /TR [" + kHalf +
+                      "{} null {0.1 mul} ] >> gs currentcolortransfer 4 {1 exch exec =} repeat"),
+              "0.1\n1\n1\n0.5\n");
+    EXPECT_EQ(Printed("<< /TR [" + kHalf +
+                      "/_defaulttransfer load {} {} ] >> gs currentcolortransfer pop pop pop 1 exch "
+                      "exec ="),
+              "0.5\n");
+}
+
+TEST(ExtGState, KeepsWhatItHasWhereAFunctionIsMissing) {
+    EXPECT_EQ(
+        Printed("/N1 << /TR {0.5 mul} /BG {pop 0} >> /ExtGState defineRes gs "
+                "/N2 << /TR null /BG /N9 /FunctionDictionary findRes /UCR << >> /HT null /Font [null 5] "
+                "/Font (x) /LW 7 >> /ExtGState defineRes gs "
+                "1 currenttransfer exec = 1 currentblackgeneration exec = currentlinewidth = count ="),
+        "0.5\n0\n7.0\n0\n");
+}
+
+// The device's own may do what they like: here they are no functions at all.
+TEST(ExtGState, LooksIntoNoneOfTheDevicesDefaults) {
+    const std::string own =
+        "{dup pop (own) pop pop 0} dup setblackgeneration setundercolorremoval\n"
+        "<</HalftoneType 1 /Frequency 33 /Angle 0 /SpotFunction {pop}>> sethalftone\n"
+        "currenthalftone /SpotFunction {stop} put\n";
+    const std::string page =
+        "<< /TR /_defaulttransfer load /BG /_defaultblackgeneration load /UCR "
+        "/_defaultundercolorremoval load /HT /_defaulthalftone load >> gs "
+        "PDFVars /_defaulthalftone get /SpotFunction known = count =";
+    EXPECT_EQ(PrologJob().Before(own).Page(page).Run().text, "true\n0\n");
+}
+
+TEST(ExtGState, SetsItsFontAsTfDoes) {
+    EXPECT_EQ(Printed("/N12 /Courier findfont definefont pop << /Font [/N12 7] >> gs TextFont = TextSize = "
+                      "FontReady = count ="),
+              "N12\n7\nfalse\n0\n");
+    EXPECT_EQ(Printed("<< /Font [/NoSuchFont 7] >> gs TextFont == << /Font [ 5] >> gs << /Font [] >> gs << "
+                      "/Font 5 >> gs "
+                      "count ="),
+              "null\n0\n");
+}
+
 TEST(DeviceDefaults, AreReinstatedByEveryPage) {
     const std::string changed =
         "{pop 0.5} settransfer {pop 0} setblackgeneration {pop 0} setundercolorremoval\n";
