@@ -14,6 +14,7 @@ enum class ExitCode : int {
     kPassword = 4,    // the password does not open the file
     kFailed = 5,      // the conversion failed
     kUsage = 64,      // the command line asks for what cannot be
+    kTimeout = 124,   // the deadline has passed
     kBySignal = 128,  // plus the number of the signal
 };
 

@@ -21,6 +21,7 @@ Exit status:
   4      the password does not open the PDF
   5      the conversion failed; the library's code is printed
   64     usage
+  124    not done in the time that --timeout gives
   128+n  ended by signal n; 141 when the reader closed the pipe)";
 
 // CLI11 fills plain values; an option that was not given stays unset in Options.
@@ -28,6 +29,7 @@ struct RawOptions {
     Options options;
     std::string pages;
     std::string password;
+    std::string passwordFile;
     std::string filterFolder;
     std::string pageSize = "auto";
     std::string outputOption;
@@ -52,7 +54,13 @@ void DeclareConversion(CLI::App& app, RawOptions& raw) {
     app.add_option("--pages", raw.pages,
                    "Convert these pages only, such as 1-3,7,9-; they are sorted and united")
         ->type_name("RANGES");
-    app.add_option("--password", raw.password, "The PDF's password")->type_name("TEXT")->expected(0, 1);
+    CLI::Option* password = app.add_option("--password", raw.password, "The PDF's password");
+    password->type_name("TEXT")->expected(0, 1);
+    app.add_option("--password-file", raw.passwordFile,
+                   "Read the password from a file, - for standard input; a line end\n"
+                   "at its end is no part of it")
+        ->excludes(password)
+        ->type_name("FILE");
     app.add_option("--page-size", raw.pageSize,
                    "auto: ask the device for each page's size and move the page's\n"
                    "corner to the origin; none: leave the library's output as it is")
@@ -61,6 +69,10 @@ void DeclareConversion(CLI::App& app, RawOptions& raw) {
         ->capture_default_str();
     app.add_flag("--keep-going", raw.options.keepGoing, "Leave out a page that fails and go on");
     app.add_flag("--quiet", raw.options.quiet, "No progress bar and no warnings");
+    app.add_option("--timeout", raw.options.timeout,
+                   "End the job, without any output, when it is not done in time")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(1U, 1000000U).description(""));
     app.add_option("--filter-dir", raw.filterFolder, "The folder of Filter.dll")->type_name("DIR");
 }
 
@@ -72,6 +84,9 @@ Options Settle(const CLI::App& app, RawOptions& raw) {
     }
     if (given("--password")) {
         options.password = raw.password;
+    }
+    if (given("--password-file")) {
+        options.passwordFile = raw.passwordFile;
     }
     if (given("--filter-dir")) {
         options.filterFolder = raw.filterFolder;

@@ -14,6 +14,8 @@ struct Options {
     std::string output;  // "-" is standard output; empty for --info
     PageRanges pages;
     std::optional<std::string> password;
+    std::optional<std::string> passwordFile;  // "-" is standard input
+    unsigned timeout = 0;                     // in seconds; 0 for none
     std::optional<std::string> filterFolder;
     bool askForPageSize = true;
     bool keepGoing = false;

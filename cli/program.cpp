@@ -19,6 +19,7 @@
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/output_file.h"
+#include "cli/password_file.h"
 #include "cli/progress_bar.h"
 #include "cli/signals.h"
 
@@ -62,7 +63,11 @@ ExitCode PrintInfo(const Options& options, const InputFile& input, LibrarySessio
     return code;
 }
 
-ExitCode Convert(const Options& options) {
+ExitCode Convert(Options options) {
+    StartDeadline(options.timeout);
+    if (options.passwordFile) {
+        options.password = ReadPasswordFile(*options.passwordFile);
+    }
     const InputFile input(options.input);
     if (IsSameFile(options.input, options.output)) {
         throw Failure(ExitCode::kUsage, options.output + ": is the input, which is never overwritten");

@@ -1,10 +1,12 @@
-// The handlers call async-signal-safe functions only: unlink and _exit.
+// The handlers call async-signal-safe functions only: unlink, poll, write and _exit.
 #include "cli/signals.h"
 
 #include <array>
 #include <climits>
 #include <csignal>
+#include <string_view>
 
+#include <poll.h>
 #include <unistd.h>
 
 #include "cli/failure.h"
@@ -13,14 +15,30 @@ namespace zorvan::cli {
 namespace {
 
 constexpr std::array kStopSignals = {SIGTERM, SIGINT, SIGHUP};
+constexpr std::string_view kTimeIsUp = "zorvan: the job is not done in the time that --timeout gives\n";
 
 // Read by the handler, changed only while the signals are held.
 std::array<char, PATH_MAX + 1> temporaryPath{};
 
-extern "C" void StopAtOnce(int signal) {
+void RemoveTemporaryFile() {
     if (temporaryPath[0] != '\0') {
         ::unlink(temporaryPath.data());
     }
+}
+
+extern "C" void StopLate(int /*signal*/) {
+    RemoveTemporaryFile();
+    // Where nobody takes the message it is lost: the job must end.
+    pollfd standardError = {STDERR_FILENO, POLLOUT, 0};
+    if (::poll(&standardError, 1, 0) > 0) {
+        const ssize_t written = ::write(STDERR_FILENO, kTimeIsUp.data(), kTimeIsUp.size());
+        static_cast<void>(written);
+    }
+    ::_exit(static_cast<int>(ExitCode::kTimeout));
+}
+
+extern "C" void StopAtOnce(int signal) {
+    RemoveTemporaryFile();
     ::_exit(static_cast<int>(ExitCode::kBySignal) + signal);
 }
 
@@ -40,6 +58,15 @@ void InstallSignalHandlers() {
     }
 }
 
+void StartDeadline(unsigned seconds) {
+    if (seconds > 0) {
+        struct sigaction action = {};
+        action.sa_handler = StopLate;
+        ::sigaction(SIGALRM, &action, nullptr);
+        ::alarm(seconds);
+    }
+}
+
 void RemoveOnSignal(const std::string& path) {
     const SignalsHeld held;
     // A path too long for the system cannot have been opened.
@@ -53,6 +80,7 @@ SignalsHeld::SignalsHeld() : before_() {
     for (const int signal : kStopSignals) {
         sigaddset(&signals, signal);
     }
+    sigaddset(&signals, SIGALRM);
     ::sigprocmask(SIG_BLOCK, &signals, &before_);
 }
 

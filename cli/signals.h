@@ -12,6 +12,10 @@ namespace zorvan::cli {
 // not grow further is an output that cannot be written, like a full disk.
 void InstallSignalHandlers();
 
+// From now on the job has so many seconds; then it ends like by a signal, with a message and the code for
+// that. 0 gives it all the time.
+void StartDeadline(unsigned seconds);
+
 // Names the file that a signal removes; an empty name takes that back. At most one at a time.
 void RemoveOnSignal(const std::string& path);
 

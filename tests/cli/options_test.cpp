@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 
 #include "cli/failure.h"
+#include "cli/password_file.h"
+#include "tests/cli/scratch_folder.h"
 
 namespace zorvan::cli {
 namespace {
@@ -87,13 +89,45 @@ TEST(Options, RefuseWhatMakesNoSense) {
     EXPECT_TRUE(IsUsageError({"--page-size=a4", "in.pdf"}));
     EXPECT_TRUE(IsUsageError({"--pages", "0", "in.pdf"}));
     EXPECT_TRUE(IsUsageError({"--pages", "", "in.pdf"}));
+    EXPECT_TRUE(IsUsageError({"--timeout", "0", "in.pdf"}));
+    EXPECT_TRUE(IsUsageError({"--timeout", "-1", "in.pdf"}));
+    EXPECT_TRUE(IsUsageError({"--timeout", "soon", "in.pdf"}));
+    EXPECT_TRUE(IsUsageError({"--password", "a", "--password-file", "b", "in.pdf"}));
+}
+
+TEST(Options, NameAPasswordFileAndATime) {
+    const Options options = Parsed({"in.pdf", "--password-file", "-", "--timeout", "60"});
+    EXPECT_EQ(options.passwordFile, "-");
+    EXPECT_EQ(options.timeout, 60U);
+    EXPECT_FALSE(Parsed({"in.pdf"}).passwordFile.has_value());
+    EXPECT_EQ(Parsed({"in.pdf"}).timeout, 0U);
+}
+
+TEST(PasswordFile, IsReadWithoutOneLineEnd) {
+    const ScratchFolder scratch;
+    const auto read = [&scratch](const std::string& text) {
+        return ReadPasswordFile(scratch.Write("password", text));
+    };
+    EXPECT_EQ(read("secret"), "secret");
+    EXPECT_EQ(read("secret\n"), "secret");
+    EXPECT_EQ(read("secret\r\n"), "secret");
+    EXPECT_EQ(read("secret\n\n"), "secret\n");
+    EXPECT_EQ(read(" two words "), " two words ");
+    EXPECT_EQ(read(""), "");
+    EXPECT_EQ(read(std::string(100000, 'x')), std::string(4096, 'x'));
+}
+
+TEST(PasswordFile, ThatCannotBeReadIsAUsageError) {
+    const ScratchFolder scratch;
+    EXPECT_THROW(ReadPasswordFile(scratch.Path("missing")), Failure);
+    EXPECT_THROW(ReadPasswordFile(scratch.Path("")), Failure);
 }
 
 TEST(Options, TellOfThemselves) {
     const std::string help = std::get<Notice>(Parse({"--help"})).text;
-    for (const char* text :
-         {"INPUT", "OUTPUT", "-o", "--info", "--json", "--pages", "--password", "--page-size", "--keep-going",
-          "--quiet", "--filter-dir", "--version", "Exit status"}) {
+    for (const char* text : {"INPUT", "OUTPUT", "-o", "--info", "--json", "--pages", "--password",
+                             "--password-file", "--timeout", "--page-size", "--keep-going", "--quiet",
+                             "--filter-dir", "--version", "Exit status"}) {
         EXPECT_THAT(help, HasSubstr(text));
     }
     EXPECT_THAT(std::get<Notice>(Parse({"--version"})).text, testing::MatchesRegex("zorvan [0-9.]+\n"));

@@ -129,6 +129,24 @@ TEST_F(ProgramUnderSignals, EndsAtOnceAndLeavesNothing) {
     }
 }
 
+TEST_F(ProgramUnderSignals, EndsWhenItsTimeIsUpAndLeavesNothing) {
+    StuckZorvan zorvan({"--keep-going", "--timeout", "1", pdf_});
+    EXPECT_EQ(zorvan.Wait(), 124);
+    EXPECT_THAT(scratch_.Names(), ElementsAre("a.pdf"));
+}
+
+TEST_F(ProgramUnderSignals, TellsWhyItsTimeWasNotEnough) {
+    const std::string fifo = scratch_.Path("fifo");
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    const RunResult run = RunZorvan({"--timeout", "1", pdf_, fifo});
+    EXPECT_EQ(run.exitCode, 124);
+    EXPECT_EQ(run.err, "zorvan: the job is not done in the time that --timeout gives\n");
+}
+
+TEST_F(ProgramUnderSignals, IsDoneBeforeItsTimeIsUp) {
+    EXPECT_EQ(RunZorvan({"--timeout=1000", scratch_.Write("b.pdf", SamplePdf(1))}).exitCode, 0);
+}
+
 TEST_F(ProgramUnderSignals, GoesOnWhereTheyWereIgnoredFromTheStart) {
     StuckZorvan zorvan({"--keep-going", pdf_}, [] { ::signal(SIGHUP, SIG_IGN); });
     WaitForTemporaryFile();
