@@ -31,6 +31,7 @@ int GuardedOnFile(Operation operation) {
         return 0;
     }
     job->file->output.BeginCall();
+    job->file->pdf.RenewBudget();
     return Guarded([&] { return operation(*job->file); });
 }
 

@@ -36,7 +36,7 @@ Status DecodedContent::Decode(PdfObject stream, PdfObject reference) {
 
 Status DecodedContent::DecodeUnrecorded(PdfObject stream) {
     StreamReader reader(stream);
-    if (reader.Filters().empty()) {
+    if (reader.Filters().empty() && reader.IsInFile()) {
         data_ = reader.Raw();  // in place in the mapped file
         return Status::kOk;
     }

@@ -11,6 +11,7 @@
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 #include "pdf/operator_code.h"
+#include "pdf/pdf_file.h"
 #include "platform/limits.h"
 #include "platform/scoped_value.h"
 #include "ps/resource_registry.h"
@@ -140,6 +141,7 @@ Status ContentInterpreter::BreakChunk() {
 }
 
 Status ContentInterpreter::InterpretBytes(Bytes bytes) {
+    CurrentPdfFile()->Charge(bytes.size());
     NameTable& names = CurrentNames();
     rest_ = bytes;
     imageEnds_ = {};

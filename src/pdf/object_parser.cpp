@@ -20,6 +20,9 @@ enum class StreamLengths { kResolve, kTakeAsNone };
 
 PdfObject Resolve(const PdfFile& file, PdfObject& reference, StreamLengths lengths);
 
+/// What finding an object costs, beside reading it.
+constexpr std::uint64_t kObjectSteps = 64;
+
 /// One run of the parser over one object. It owns every value on its stack, so that nothing of it outlives
 /// the run but the result.
 class ObjectParser {
@@ -28,9 +31,11 @@ public:
         : file_(file), position_(offset), lengths_(lengths) {}
 
     PdfObject Parse() {
+        const std::size_t begin = position_;
         while (!done_) {
             Step();
         }
+        file_.Charge(position_ - begin + kObjectSteps);
         return TakeResult();
     }
 

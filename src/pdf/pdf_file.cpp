@@ -29,6 +29,7 @@ Status PdfFile::OpenPdfFile(const std::string& path) {
     if (!mapped_.Map(path)) {
         return Fail(Status::kOpenFileError);
     }
+    RenewBudget();
     if (!HasHeader(Bytes())) {
         return Fail(Status::kIllegalPdfFile);
     }

@@ -11,7 +11,9 @@
 #include "pdf/object.h"
 #include "pdf/security.h"
 #include "pdf/xref_table.h"
+#include "platform/limits.h"
 #include "platform/mapped_file.h"
+#include "platform/step_budget.h"
 #include "zorvan/zorvan.h"
 
 namespace zorvan {
@@ -48,6 +50,10 @@ public:
     void LetGo(std::span<const std::uint8_t> bytes) const { mapped_.LetGo(bytes); }
     [[nodiscard]] const XrefTable& Xref() const { return xref_; }
     [[nodiscard]] const TrailerEntries& Trailer() const { return trailer_; }
+    /// A new call of the host may cost as much again.
+    void RenewBudget() { budget_.Renew(limits::kSteps + limits::kStepsPerByte * Bytes().size()); }
+    /// Counts work on the file; see StepBudget.
+    void Charge(std::uint64_t steps) const { budget_.Charge(steps); }
     /// Inactive for a file that is not encrypted.
     [[nodiscard]] const SecurityState& Security() const { return security_; }
     /// The catalog's `Pages` value: the reference of the page tree's root, or null.
@@ -64,6 +70,7 @@ private:
     XrefTable xref_;
     TrailerEntries trailer_;
     SecurityState security_;
+    mutable StepBudget budget_;
     PdfObject pages_;
     PdfObject jobTicket_;
 };

@@ -92,6 +92,7 @@ int StreamReader::ReadChunk(Bytes& chunk) {
     chunk = {};
     if (!decoding_ || filters_.empty()) {
         chunk = raw_;
+        CurrentPdfFile()->Charge(raw_.size());
         raw_ = {};
         return 0;
     }
@@ -101,6 +102,7 @@ int StreamReader::ReadChunk(Bytes& chunk) {
     const std::size_t last = filters_.size() - 1;
     std::uint32_t produced = 0;
     const int result = decoders_[last]->Decode(buffers_[last], produced);
+    CurrentPdfFile()->Charge(produced);
     chunk = Bytes(buffers_[last]).first(produced);
     return result;
 }

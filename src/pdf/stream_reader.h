@@ -28,6 +28,8 @@ public:
     [[nodiscard]] std::uint32_t Length() const { return static_cast<std::uint32_t>(raw_.size()); }
     /// The data as it stands in the file, decrypted.
     [[nodiscard]] Bytes Raw() const { return raw_; }
+    /// True when Raw is the mapped file itself, and not a decrypted copy that goes with the reader.
+    [[nodiscard]] bool IsInFile() const { return decrypted_.Size() == 0; }
     /// True when the declared length reaches beyond the file.
     [[nodiscard]] bool IsCutShort() const { return cutShort_; }
 

@@ -48,6 +48,11 @@ constexpr std::uint32_t kMappedCodes = 1U << 22;
 constexpr std::size_t kProcedureTokens = 60000;
 constexpr std::uint64_t kChunkBytes = 32768;
 
+/// Bytes that one call of the host may read and decode, over and above so many times the file. A page of the
+/// trade takes a few million.
+constexpr std::uint64_t kSteps = std::uint64_t{512} << 20;
+constexpr std::uint64_t kStepsPerByte = 32;
+
 /// Bytes of one decoded stream that must be held whole; more is -4088. A one-megabyte file can otherwise
 /// ask for a gigabyte, and a million-operator page decodes to some 30 MiB.
 constexpr std::uint64_t kDecodedStream = std::uint64_t{256} << 20;

@@ -369,5 +369,34 @@ TEST_F(Calls, AreThoseOfAPlainCProgram) {
     EXPECT_EQ(ConvertFromC("/nowhere/", file.Path().c_str()), -4089);
 }
 
+/// A page whose contents name one stream of blanks, so large and so often that they are 200 times the file.
+std::string PageOfManyBlanks(int times) {
+    constexpr std::size_t kBlanks = std::size_t{4} << 20;
+    std::string contents = "/Contents [";
+    for (int i = 0; i < times; ++i) {
+        contents += " 10 0 R";
+    }
+    return Pages({contents + "]"}).Stream(10, std::string(kBlanks, ' ')).Bytes();
+}
+
+TEST_F(Calls, EndWhenTheyCostFarMoreThanTheFileIsLarge) {
+    const Job job;
+    const FileRun run = RunFile(PageOfManyBlanks(200));
+    EXPECT_EQ(run.begin, 0);
+    EXPECT_EQ(run.pages, std::vector<int>{-4088});
+    EXPECT_EQ(KAPRINE_GetErrInfo(nullptr, nullptr, nullptr, nullptr), -4088);
+}
+
+TEST_F(Calls, MayEachCostAsMuchAgain) {
+    const Job job;
+    const std::string file = PageOfManyBlanks(100);
+    ASSERT_EQ(OpenFile(file), 0);
+    EXPECT_EQ(ZORVAN_OutputGlobalResources(), 0);
+    for (int call = 0; call < 3; ++call) {
+        EXPECT_EQ(ZORVAN_OutputOnePage(1), 0);
+    }
+    ZORVAN_OneFileEnd();
+}
+
 }  // namespace
 }  // namespace zorvan::test
