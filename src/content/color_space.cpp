@@ -44,8 +44,7 @@ public:
         const PdfObject dictionary = StreamDictionary(profile_.Get());
         components_ = IntegerOf(Resolved(DictGet(dictionary, names::kN)).Get());
         const PdfObject alternate = DictGet(dictionary, names::kAlternate);
-        hasAlternate_ = !IsNull(Resolved(alternate).Get());
-        if (hasAlternate_) {
+        if (!IsNull(Resolved(alternate).Get())) {
             alternate_ = UnderlyingSpace(alternate, depth);
         }
     }
@@ -56,7 +55,7 @@ public:
     }
     Status WriteUsed() override { return alternate_.WriteUsed(); }
     Status AppendDefinition(OutputPiece& text) override {
-        if (hasAlternate_) {
+        if (alternate_.IsThere()) {
             return alternate_.AppendText(text);
         }
         if (const DeviceSpace* device = DeviceSpaceOf(components_)) {
@@ -75,7 +74,6 @@ private:
 
     Resolved profile_;
     std::int32_t components_ = 0;
-    bool hasAlternate_ = false;
     UnderlyingSpace alternate_;
 };
 

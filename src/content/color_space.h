@@ -54,6 +54,8 @@ public:
     /// Its definition when it stands here, its use otherwise. Nothing for one that is missing.
     Status AppendText(OutputPiece& text);
 
+    /// False for a space that is missing or cannot be built.
+    [[nodiscard]] bool IsThere() const { return own_ != nullptr || used_.Get() != nullptr; }
     /// 0 for a space that is missing or cannot be built.
     [[nodiscard]] std::uint32_t Components() const;
     /// A space of the text itself, written as an array there; null for one that has a name.

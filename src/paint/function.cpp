@@ -68,16 +68,44 @@ private:
     }
 };
 
+/// True for braces that match, the outermost pair around everything but white space and whole comments.
+/// Strings, which could hide a brace, are not part of these programs.
+bool IsOneProcedure(Bytes program) {
+    int depth = 0;
+    bool closed = false;
+    bool comment = false;
+    for (const std::uint8_t letter : program) {
+        if (comment) {
+            comment = letter != '\n' && letter != '\r';
+            continue;
+        }
+        comment = letter == '%';
+        depth += letter == '{' ? 1 : letter == '}' ? -1 : 0;
+        const bool blank = letter <= ' ' || comment;
+        const bool misplaced = (closed && !blank) || (depth == 0 && letter != '}' && !blank) || depth < 0;
+        if (misplaced || letter == '(' || letter == '<') {
+            return false;
+        }
+        closed = closed || (letter == '}' && depth == 0);
+    }
+    return closed && !comment;
+}
+
 /// A program for the device, which brings its own braces.
 class CalculatorFunction : public FunctionResource {
 public:
     static constexpr std::int32_t kType = 4;
     using FunctionResource::FunctionResource;
 
+    /// kDecodeError, recorded, for what is not one procedure: the device would run on into what stands behind
+    /// it.
     Status AppendBody(OutputPiece& text) override {
         StreamReader reader(Value());
         ByteBuffer program;
         RETURN_IF_FAILED(DecodeWholeStream(reader, Reference(), program));
+        if (!IsOneProcedure(program.Bytes())) {
+            return Fail(Status::kDecodeError, Reference());
+        }
         text.Append(program.Bytes()).Append(" bind\n");
         return Status::kOk;
     }
@@ -131,7 +159,12 @@ void FunctionResource::AppendIfArray(OutputPiece& text, std::uint32_t key, std::
     }
 }
 
-std::unique_ptr<FunctionResource> CreateFunction(PdfObject value, ResourceKey key, FunctionForm form) {
+std::unique_ptr<FunctionResource> CreateFunction(PdfObject value, ResourceKey key, FunctionForm form,
+                                                 std::uint32_t depth) {
+    if (depth >= limits::kContentNesting) {
+        RecordError(Status::kIllegalFunction, value);  // it leads to itself
+        return nullptr;
+    }
     const Resolved function(value);
     const bool stream = Is(function.Get(), ObjectType::kStream);
     if (!stream && !Is(function.Get(), ObjectType::kDictionary)) {
@@ -147,7 +180,7 @@ std::unique_ptr<FunctionResource> CreateFunction(PdfObject value, ResourceKey ke
         case ExponentialFunction::kType:
             return std::make_unique<ExponentialFunction>(key, kind, form, function.Get());
         case StitchingFunction::kType:
-            return std::make_unique<StitchingFunction>(key, kind, form, function.Get());
+            return std::make_unique<StitchingFunction>(key, form, function.Get(), depth);
         case CalculatorFunction::kType:
             return std::make_unique<CalculatorFunction>(key, kind, form, function.Get());
         default:

@@ -45,8 +45,9 @@ private:
     OwnedObject value_;
 };
 
-/// `value` may be a reference. Null when it is no function.
-std::unique_ptr<FunctionResource> CreateFunction(PdfObject value, ResourceKey key, FunctionForm form);
+/// `value` may be a reference. Null when it is no function, or when it lies deeper in others than the limit.
+std::unique_ptr<FunctionResource> CreateFunction(PdfObject value, ResourceKey key, FunctionForm form,
+                                                 std::uint32_t depth = 0);
 
 /// The factory of the category; the request's `use` is a FunctionForm.
 std::unique_ptr<Resource> CreateFunctionResource(const ResourceRequest& request);

@@ -11,7 +11,8 @@ namespace zorvan {
 class FunctionPart {
 public:
     /// `value` is a reference or the function itself, which gets a number of its own, and is not kept.
-    FunctionPart(PdfObject value, FunctionForm form);
+    /// `depth` counts the functions around it.
+    FunctionPart(PdfObject value, FunctionForm form, std::uint32_t depth = 0);
 
     Status Register();
     /// Writes the function's definition; that of a referenced one only when it is not written yet.

@@ -12,12 +12,12 @@
 
 namespace zorvan {
 
-StitchingFunction::StitchingFunction(ResourceKey key, std::uint32_t kind, FunctionForm form, PdfObject value)
-    : FunctionResource(key, kind, form, value) {
+StitchingFunction::StitchingFunction(ResourceKey key, FunctionForm form, PdfObject value, std::uint32_t depth)
+    : FunctionResource(key, kType, form, value) {
     const Resolved functions(Entry(names::kFunctions));
     const std::uint32_t count = std::min(ArrayCount(functions.Get()), limits::kFunctionNumbers);
     for (std::uint32_t i = 0; i < count; ++i) {
-        parts_.emplace_back(ArrayGet(functions.Get(), i), form);
+        parts_.emplace_back(ArrayGet(functions.Get(), i), form, depth + 1);
     }
 }
 

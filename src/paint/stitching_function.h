@@ -11,7 +11,8 @@ namespace zorvan {
 class StitchingFunction : public FunctionResource {
 public:
     static constexpr std::uint32_t kType = 3;
-    StitchingFunction(ResourceKey key, std::uint32_t kind, FunctionForm form, PdfObject value);
+    /// `depth` counts the functions around it.
+    StitchingFunction(ResourceKey key, FunctionForm form, PdfObject value, std::uint32_t depth);
 
     Status RegisterUsed() override;
     /// Writes the functions of the parts. kIllegalFunction, recorded, when one of them cannot be written.

@@ -186,7 +186,7 @@ std::vector<std::uint8_t> SecurityState::DecryptLiteralString(Bytes text) {
 
 std::vector<std::uint8_t> SecurityState::DecryptHexadecimalString(Bytes text) {
     ByteBuffer decoded;
-    static_cast<void>(DecodeBytes(CodecKind::kASCIIHexDecode, text, decoded));
+    zorvan::DecodeHexadecimalString(text, decoded);
     std::vector<std::uint8_t> bytes(decoded.Size());
     Rc4Apply(decoded.Bytes(), bytes.data());
     return bytes;

@@ -143,4 +143,10 @@ Status DecodeBytes(CodecKind kind, Bytes bytes, ByteBuffer& data) {
     return Status::kOk;  // what was decoded counts
 }
 
+void DecodeHexadecimalString(Bytes text, ByteBuffer& data) {
+    std::vector<std::uint8_t> ended(text.begin(), text.end());
+    ended.push_back('>');
+    static_cast<void>(DecodeBytes(CodecKind::kASCIIHexDecode, ended, data));
+}
+
 }  // namespace zorvan

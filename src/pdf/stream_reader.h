@@ -71,4 +71,8 @@ Status DecodeWholeStream(StreamReader& reader, PdfObject reference, ByteBuffer& 
 /// The same for bytes under one filter without parameters; nothing is recorded.
 Status DecodeBytes(CodecKind kind, Bytes bytes, ByteBuffer& data);
 
+/// The bytes that the text of a hexadecimal string stands for, as far as it is digits and white space; a
+/// missing last digit counts as 0.
+void DecodeHexadecimalString(Bytes text, ByteBuffer& data);
+
 }  // namespace zorvan

@@ -97,8 +97,7 @@ std::string TextOfString(PdfObject string) {
     ByteBuffer decoded;
     Bytes text = StringBytes(string);
     if (StringKindOf(string) == StringKind::kHexadecimal) {
-        // What stands behind a letter that is no digit is not read.
-        static_cast<void>(DecodeBytes(CodecKind::kASCIIHexDecode, text, decoded));
+        DecodeHexadecimalString(text, decoded);
         text = decoded.Bytes();
     }
     return {text.begin(), text.end()};

@@ -93,7 +93,7 @@ char* WriteFourDigits(char* out, std::uint16_t value) {
     constexpr char kDigits[] = "0123456789abcdef";
     for (unsigned shift = 16; shift > 0;) {
         shift -= 4;
-        *out++ = kDigits[(value >> shift) & 0xFU];
+        *out++ = kDigits[(unsigned{value} >> shift) & 0xFU];
     }
     return out;
 }
