@@ -3,10 +3,12 @@
 
 Usage: store_prolog.py SOURCE_DIR OUTPUT_DIR
 
-Comments, indentation and empty lines go, lines end in CR LF, and DSC comments ("%%" at the start of a line) stay. Written are
-one file a resource, <identifier>.ps, and prolog_data.cpp with all of them. The same input gives the same bytes on every run.
+Comments, indentation, empty lines and blanks that separate nothing go, lines end in CR LF, and DSC comments ("%%" at the start of
+a line) stay. Written are one file a resource, <identifier>.ps, and prolog_data.cpp with all of them. The same input gives the same
+bytes on every run.
 """
 import pathlib
+import re
 import sys
 
 # Identifier and source of each resource, by identifier.
@@ -26,6 +28,18 @@ LONGEST_LINE = 255
 BYTES_A_ROW = 24
 
 
+# Blanks beside these separate nothing. (A slash needs none in front of it, but what stands behind it is its name.)
+NEEDLESS_BLANKS = re.compile(r" *(<<|>>|[\[\]{}]) *| +(?=/)")
+
+
+def compact(text):
+    """A line of code without needless blanks. Hosts look for some lines as they stand: those are written with blanks
+    inside their braces, which no other line is, and are kept."""
+    if "{ " in text or "(" in text or ")" in text or "<~" in text:
+        return text
+    return NEEDLESS_BLANKS.sub(r"\1", re.sub(" +", " ", text))
+
+
 class Stripper:
     """Strips one file. A string may run over several lines, so what it stands in is kept from line to line."""
 
@@ -43,7 +57,7 @@ class Stripper:
             text = text.lstrip()
         if self.parentheses == 0:
             text = text.rstrip()
-        return text
+        return text if inside else compact(text)
 
     def _code_length(self, line):
         """How much of the line stands before its comment."""

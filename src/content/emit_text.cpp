@@ -1,5 +1,7 @@
 // The emitters of text. Strings go out in the very form in which they stand in the content: the procset keeps
 // the text state, and the fonts' encodings reach the device with the fonts.
+#include "api/current_job.h"
+#include "api/error_record.h"
 #include "content/interpreter.h"
 #include "ps/device_parameters.h"
 #include "ps/resource_registry.h"
@@ -35,6 +37,9 @@ Status ContentInterpreter::SelectFont(const OperatorRow& row) {
     const Resource* font = FindAnyResource(ResourceCategory::kFont, NameOf(name.Get()));
     if (font != nullptr) {
         font->AppendUse(line);
+        if (CurrentRegistry().IsBeingWritten(ResourceCategory::kFont, font->Key())) {
+            RecordError(Status::kIllegalFont, MakeReference(font->Key().number, font->Key().generation));
+        }
     }
     return line.Append(" ").AppendOperand(size.Get()).Append(row.text).Write();
 }

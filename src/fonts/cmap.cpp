@@ -2,7 +2,9 @@
 #include "fonts/cmap.h"
 
 #include "api/current_job.h"
+#include "api/error_record.h"
 #include "pdf/byte_buffer.h"
+#include "pdf/byte_scan.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 #include "pdf/stream_reader.h"
@@ -50,11 +52,20 @@ Status CMapResource::WriteResource() {
     StreamReader reader(stream_.Get());
     ByteBuffer program;
     RETURN_IF_FAILED(DecodeWholeStream(reader, MakeReference(Key().number, Key().generation), program));
+    if (FindForward(program.Bytes(), 0, "begincmap") == kNotFound) {
+        // No CMap at all, and the device would run it. The composite font takes another one.
+        RecordError(Status::kIllegalCmap, MakeReference(Key().number, Key().generation));
+        return Status::kOk;
+    }
+    OutputPiece use;
+    AppendResourceName(use, Key());
     const std::string name = OwnName();
     OutputPiece text;
-    text.Append("%%BeginResource: CMap (").Append(name).Append(")\n").Append(program.Bytes()).Append("\n");
-    AppendResourceName(text, Key());
-    text.Append(" /").Append(name).Append(" /CMap findRes /CMap defineRes pop\n");
+    text.Append("%%BeginResource: CMap (").Append(name.empty() ? use.View().substr(1) : name);
+    text.Append(")\n").Append(program.Bytes()).Append("\n");
+    if (!name.empty()) {
+        text.Append(use.View()).Append(" /").Append(name).Append(" /CMap findRes /CMap defineRes pop\n");
+    }
     return text.Append("%%EndResource\n").Write();
 }
 

@@ -1,6 +1,7 @@
 // Which class a font dictionary becomes.
 #include "fonts/font_resource.h"
 #include "fonts/true_type_font.h"
+#include "fonts/type0_font.h"
 #include "fonts/type1_font.h"
 #include "fonts/type3_font.h"
 #include "pdf/name_table.h"
@@ -22,6 +23,8 @@ std::unique_ptr<Resource> CreateFontResource(const ResourceRequest& request) {
             return std::make_unique<MMType1FontResource>(std::move(source));
         case names::kTrueType:
             return std::make_unique<TrueTypeFontResource>(std::move(source));
+        case names::kType0:
+            return CreateType0Font(std::move(source));
         case names::kType3:
             return std::make_unique<Type3FontResource>(std::move(source));
         default:

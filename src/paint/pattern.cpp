@@ -41,12 +41,8 @@ Status TilingPatternResource::RegisterUsed() {
     return Status::kOk;
 }
 
-const ResourceScope* TilingPatternResource::Scope() const {
-    return scope_ != nullptr ? scope_.get() : CurrentRegistry().ScopeInForce();
-}
-
 void TilingPatternResource::MarkDrawn() {
-    MarkDrawnIn(Scope(), stream_.Get());
+    MarkDrawnIn(scope_.get(), stream_.Get());
 }
 
 bool TilingPatternResource::CanBeUsedHere() {
@@ -59,7 +55,6 @@ bool TilingPatternResource::CanBeUsedHere() {
 
 Status TilingPatternResource::WriteResource() {
     const ScopedValue writing(writing_, true);
-    const ResourceScope* scope = Scope();
     if (scope_ != nullptr) {
         RETURN_IF_FAILED(CurrentRegistry().EmitScope(*scope_));
     }
@@ -72,7 +67,7 @@ Status TilingPatternResource::WriteResource() {
         text.Append("/sfc {} store /ssc {} store\n");
     }
     RETURN_IF_FAILED(text.Write());
-    ContentInterpreter interpreter(scope, stream_.Get(), ContentKind::kTilingPattern);
+    ContentInterpreter interpreter(scope_.get(), stream_.Get(), ContentKind::kTilingPattern);
     interpreter.NameDirectStream(MakeReference(Key().number, Key().generation));
     RETURN_IF_FAILED(interpreter.Run());
     return WriteOutput("restore end end} bind >> /PatternPrototype defineRes pop\n");

@@ -26,8 +26,6 @@ public:
 
 private:
     void AppendKeys(OutputPiece& text) const;
-    /// The pattern's own resources, or those of what it is used in.
-    [[nodiscard]] const ResourceScope* Scope() const;
 
     OwnedObject stream_;
     std::unique_ptr<ResourceScope> scope_;  // null without resources of its own

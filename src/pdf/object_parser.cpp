@@ -217,18 +217,28 @@ PdfObject Resolve(const PdfFile& file, PdfObject& reference, StreamLengths lengt
     return MakeNull();
 }
 
+/// True for bytes that stand for themselves between parentheses.
+bool IsPlainText(Bytes bytes) {
+    int depth = 0;
+    return std::ranges::all_of(bytes,
+                               [&depth](std::uint8_t byte) {
+                                   depth += byte == '(' ? 1 : byte == ')' ? -1 : 0;
+                                   return byte != '\\' && byte != '\r' && depth >= 0;
+                               }) &&
+           depth == 0;
+}
+
 /// The text of a literal string that has these bytes.
-std::vector<std::uint8_t> LiteralText(std::span<const std::uint8_t> bytes) {
+std::vector<std::uint8_t> LiteralText(Bytes bytes) {
+    if (IsPlainText(bytes)) {
+        return {bytes.begin(), bytes.end()};
+    }
     std::vector<std::uint8_t> text;
     for (const std::uint8_t byte : bytes) {
-        if (byte == '(' || byte == ')' || byte == '\\') {
+        if (byte == '(' || byte == ')' || byte == '\\' || byte == '\r') {
             text.push_back('\\');
         }
-        if (byte == '\r') {
-            text.insert(text.end(), {'\\', 'r'});
-        } else {
-            text.push_back(byte);
-        }
+        text.push_back(byte == '\r' ? 'r' : byte);
     }
     return text;
 }

@@ -21,6 +21,13 @@ const CategoryRow& RowOf(ResourceCategory category) {
     return kCategoryRows[ListOf(category)];
 }
 
+/// True for what has a content: often its Resources are those of its page, itself among them. Whether it uses
+/// itself its content tells, and is told where it does.
+bool MayNameItself(ResourceCategory category) {
+    return category == ResourceCategory::kXObject || category == ResourceCategory::kPattern ||
+           category == ResourceCategory::kFont;
+}
+
 /// Raises a counter for the length of a block.
 class Deeper {
 public:
@@ -61,9 +68,8 @@ Status ResourceRegistry::Register(ResourceCategory category, const ResourceReque
     }
     const CategoryRow& row = RowOf(category);
     Entry* known = Find(category, request.key);
-    if (known != nullptr && known->building && category == ResourceCategory::kPattern) {
-        return Status::kOk;  // named, perhaps with all the page's resources; whether it is used its content
-                             // tells
+    if (known != nullptr && known->building && MayNameItself(category)) {
+        return Status::kOk;
     }
     if ((known != nullptr && known->building) || nesting_ >= limits::kContentNesting) {
         return Fail(row.error, ReferenceOf(request.key));
@@ -131,7 +137,7 @@ Status ResourceRegistry::Emit(ResourceCategory category, Entry& entry) {
     if (entry.resource == nullptr) {
         return Status::kOk;
     }
-    if (entry.writing && category == ResourceCategory::kPattern) {
+    if (entry.writing && MayNameItself(category)) {
         return Status::kOk;
     }
     if (entry.writing || nesting_ >= limits::kContentNesting) {
@@ -160,6 +166,11 @@ void ResourceRegistry::MarkUnusable(ResourceCategory category, ResourceKey key) 
     if (Entry* entry = Find(category, key)) {
         entry->unusable = true;
     }
+}
+
+bool ResourceRegistry::IsBeingWritten(ResourceCategory category, ResourceKey key) const {
+    const Entry* entry = Find(category, key);
+    return entry != nullptr && entry->writing;
 }
 
 Status ResourceRegistry::EmitAndMark(ResourceCategory category, ResourceKey key) {

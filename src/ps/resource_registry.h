@@ -52,6 +52,8 @@ public:
     /// The page that is written next, or is being written: a number that no other output of a page has.
     [[nodiscard]] std::uint32_t PageSerial() const { return serial_; }
 
+    /// True inside the resource itself.
+    [[nodiscard]] bool IsBeingWritten(ResourceCategory category, ResourceKey key) const;
     /// From here on no page can have the resource, which has turned out to contain itself.
     void MarkUnusable(ResourceCategory category, ResourceKey key);
 

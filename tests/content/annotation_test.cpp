@@ -200,11 +200,10 @@ TEST(Annotation, WhoseContentFailsEndsThePage) {
     EXPECT_EQ(conversion.error.offset, pdf.OffsetOf(21));
 }
 
-TEST(Annotation, ThatDrawsItselfIsRecordedAndThePageGoesOn) {
+TEST(Annotation, MayNameItself) {
     PdfBuilder pdf = PageWith(kWidget + kRect + "/F 4 /AP << /N 21 0 R >>",
                               "/BBox [0 0 50 25] /Resources << /XObject << /Self 21 0 R >> >>");
-    const Drawing page = DrawRecording(-4081, pdf, 21);
-    EXPECT_EQ(page.content, "n\n" + kFirst);
+    EXPECT_EQ(Draw(pdf).content, "n\n" + kFirst);
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ namespace {
 using ::testing::EndsWith;
 using ::testing::StartsWith;
 
-/// The list of a predefined encoding in a stored text, "[ .. ] n TE", laid out by codes.
+/// The list of a predefined encoding in a stored text, "[..]n TE", laid out by codes.
 std::vector<std::string> StoredDifferences(unsigned identifier, const std::string& end) {
     const std::string_view text = BuiltInProlog()->Text(identifier);
     const std::size_t last = text.find(end);
@@ -42,7 +42,7 @@ std::vector<std::string> TableOf(BaseEncoding base) {
 }
 
 TEST(FontEncodingTables, HaveThePrologsMacRomanButForTheMathematicalSigns) {
-    std::vector<std::string> expected = StoredDifferences(7008, "] 0 TE");
+    std::vector<std::string> expected = StoredDifferences(7008, "]0 TE");
     for (std::size_t code = 182; code <= 186; ++code) {
         EXPECT_EQ(expected[code], ".notdef");
         expected[code] = kSameName;
@@ -51,7 +51,7 @@ TEST(FontEncodingTables, HaveThePrologsMacRomanButForTheMathematicalSigns) {
 }
 
 TEST(FontEncodingTables, HaveThePrologsWinAnsi) {
-    EXPECT_EQ(TableOf(BaseEncoding::kWinAnsi), StoredDifferences(7009, "] 1 TE"));
+    EXPECT_EQ(TableOf(BaseEncoding::kWinAnsi), StoredDifferences(7009, "]1 TE"));
 }
 
 TEST(FontEncodingTables, HaveNoDifferencesForAFontsOwn) {

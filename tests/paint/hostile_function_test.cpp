@@ -129,5 +129,9 @@ TEST(HostileFunction, OfAnEndlessChainLeavesAProgramThatTheDeviceRuns) {
     ExpectToRun(pdf);
 }
 
+TEST(HostileFunction, OfATableThatNoMemoryHoldsLeavesAProgramThatTheDeviceRuns) {
+    ExpectToRun(Document({{Sampled("/Domain [0 1] /Size [2147483647] /BitsPerSample 8"), "abcd"}}));
+}
+
 }  // namespace
 }  // namespace zorvan::test

@@ -293,32 +293,36 @@ TEST_F(Registry, RecordsAnUnusableResourceOfTheCategoriesThatAreNeverNamed) {
 }
 
 TEST_F(Registry, ReportsAResourceThatContainsItselfAndGoesOn) {
-    auto pdf =
-        Pages({"/Resources << /XObject << /X 10 0 R >> >>", "/Resources << /XObject << /X 10 0 R >> >>"});
-    pdf.Object(10, "<< /Resources << /XObject << /Self 10 0 R >> >> >>");
+    const std::string entries = "/Resources << /ColorSpace << /C 10 0 R >> >>";
+    auto pdf = Pages({entries, entries});
+    pdf.Object(10, "<< /Resources << /ColorSpace << /Self 10 0 R >> >> >>");
     const FileRun run = RunFile(pdf.Bytes());
     EXPECT_EQ(run.begin, 0);
     EXPECT_THAT(run.pages, ::testing::Each(0));
-    EXPECT_EQ(GetErrorInfo().code, -4081);
+    EXPECT_EQ(GetErrorInfo().code, -4083);
     EXPECT_EQ(GetErrorInfo().offset, pdf.OffsetOf(10));
 }
 
 TEST_F(Registry, ReportsResourcesThatContainEachOther) {
-    auto pdf = Pages({"/Resources << /XObject << /X 10 0 R >> >>"});
-    pdf.Object(10, "<< /Resources << /Pattern << /P 11 0 R >> >> >>");
-    pdf.Object(11, "<< /Resources << /XObject << /X 10 0 R >> >> >>");
+    auto pdf = Pages({"/Resources << /ColorSpace << /C 10 0 R >> >>"});
+    pdf.Object(10, "<< /Resources << /ExtGState << /G 11 0 R >> >> >>");
+    pdf.Object(11, "<< /Resources << /ColorSpace << /C 10 0 R >> >> >>");
     const FileRun run = RunFile(pdf.Bytes());
     EXPECT_EQ(run.begin, 0);
     EXPECT_THAT(run.pages, ::testing::Each(0));
-    EXPECT_EQ(GetErrorInfo().code, -4081);
+    EXPECT_EQ(GetErrorInfo().code, -4083);
 }
 
-// Many files give every pattern the resources of its page: naming is not using.
-TEST_F(Registry, LetsPatternsNameThemselves) {
-    auto pdf = Pages({"/Resources << /Pattern << /P 10 0 R >> >>"});
-    pdf.Object(10, "<< /Resources << /Pattern << /P 10 0 R >> >> >>");
-    EXPECT_THAT(RunFile(pdf.Bytes()).pages, ::testing::Each(0));
-    EXPECT_EQ(GetErrorInfo().code, 0);
+// Many files give every form, pattern and glyph font the resources of its page: naming is not using.
+TEST_F(Registry, LetsWhatHasAContentNameItself) {
+    for (const std::string category : {"XObject", "Pattern", "Font"}) {
+        DestroyJob();
+        SetUp();
+        const std::string resources = "/Resources << /" + category + " << /R 10 0 R >> >>";
+        auto pdf = Pages({resources, resources});
+        EXPECT_THAT(RunFile(pdf.Object(10, "<< " + resources + " >>").Bytes()).pages, ::testing::Each(0));
+        EXPECT_EQ(GetErrorInfo().code, 0) << category;
+    }
 }
 
 TEST_F(Registry, WritesAChainOfResourcesWithoutFollowingItBeyondTheFixedDepth) {
