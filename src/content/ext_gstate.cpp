@@ -7,6 +7,7 @@
 #include "api/current_job.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "ps/device_parameters.h"
 #include "ps/number_array.h"
 
 namespace zorvan {
@@ -20,10 +21,6 @@ bool Flag(PdfObject value) {
 
 std::string_view Word(bool value) {
     return value ? "true\n" : "false\n";
-}
-
-OutputPiece& AppendKey(OutputPiece& text, std::uint32_t key) {
-    return text.Append("/").Append(CurrentNames().PlainText(key)).Append(" ");
 }
 
 }  // namespace

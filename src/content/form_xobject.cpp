@@ -8,7 +8,6 @@
 #include "content/opi.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
-#include "platform/scoped_value.h"
 #include "ps/number_array.h"
 #include "ps/resource_registry.h"
 
@@ -43,7 +42,6 @@ void FormXObject::MarkDrawn() {
 }
 
 Status FormXObject::WriteResource() {
-    const ScopedValue writing(writing_, true);
     const ResourceScope* scope = Scope();
     if (scope_ != nullptr) {
         RETURN_IF_FAILED(CurrentRegistry().EmitScope(*scope_));
@@ -72,7 +70,7 @@ Status FormXObject::WriteContent(const ResourceScope* scope) {
 }
 
 Status FormXObject::Paint(ContentKind /*kind*/) {
-    if (writing_) {
+    if (CurrentRegistry().IsBeingWritten(ResourceCategory::kXObject, Key())) {
         // Inside itself: the device would never come to an end.
         RecordError(Status::kIllegalXObject, MakeReference(Key().number, Key().generation));
         return Status::kOk;

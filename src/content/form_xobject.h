@@ -28,7 +28,6 @@ private:
 
     OwnedObject stream_;
     std::unique_ptr<ResourceScope> scope_;  // null without resources of its own
-    bool writing_ = false;
 };
 
 }  // namespace zorvan

@@ -8,24 +8,17 @@
 #include "api/error_record.h"
 #include "content/color_state.h"
 #include "pdf/byte_buffer.h"
+#include "pdf/lexer.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "ps/device_parameters.h"
 #include "ps/embedded_data.h"
 
 namespace zorvan {
 namespace {
 
-bool IsWhite(std::uint8_t byte) {
-    return byte == 0 || byte == '\t' || byte == '\n' || byte == '\f' || byte == '\r' || byte == ' ';
-}
-
 bool IsBase85(std::uint8_t byte) {
-    return (byte >= '!' && byte <= 'u') || byte == 'z' || IsWhite(byte);
-}
-
-bool IsBase16(std::uint8_t byte) {
-    return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'F') || (byte >= 'a' && byte <= 'f') ||
-           IsWhite(byte);
+    return (byte >= '!' && byte <= 'u') || byte == 'z' || IsPdfWhitespace(byte);
 }
 
 /// A table in an ASCII form that PostScript strings have, too.
@@ -38,7 +31,7 @@ struct AsciiForm {
 
 constexpr AsciiForm kAsciiForms[] = {
     {names::kASCII85Decode, "<~", "~>", IsBase85},
-    {names::kASCIIHexDecode, "<", ">", IsBase16},
+    {names::kASCIIHexDecode, "<", ">", BelongsIntoHexadecimal},
 };
 
 /// True for data that is such a string up to its end: the device would run anything else as a program.
@@ -46,7 +39,7 @@ bool CanBeCopied(Bytes data, const AsciiForm& form) {
     const auto end = std::ranges::find_if_not(data, form.belongs);
     const Bytes rest = data.subspan(static_cast<std::size_t>(end - data.begin()));
     return rest.size() >= form.end.size() && std::equal(form.end.begin(), form.end.end(), rest.begin()) &&
-           std::ranges::all_of(rest.subspan(form.end.size()), IsWhite);
+           std::ranges::all_of(rest.subspan(form.end.size()), IsPdfWhitespace);
 }
 
 /// The form in which the table can pass through as it stands, or null.

@@ -12,7 +12,6 @@ namespace zorvan {
 namespace {
 
 constexpr std::uint32_t kSerifFlag = 2;
-constexpr std::size_t kNameLimit = 128;
 
 CharacterCollection CollectionOf(PdfObject font) {
     const Resolved info(DictGet(font, names::kCIDSystemInfo));
@@ -49,7 +48,7 @@ CIDFontResource::CIDFontResource(FontSource source, std::uint32_t kind, std::uin
       collection_(CollectionOf(Dictionary())),
       serif_(IsSerif(Dictionary())),
       program_(DescriptorEntry(Dictionary(), programKey)) {
-    SetNameFrom(names::kBaseFont, kNameLimit);
+    SetNameFrom(names::kBaseFont, kCIDNameLimit);
 }
 
 CIDFontType0Resource::CIDFontType0Resource(FontSource source)
@@ -57,7 +56,7 @@ CIDFontType0Resource::CIDFontType0Resource(FontSource source)
     const OwnedObject name = DescriptorEntry(Dictionary(), names::kFontName);
     const Resolved value(name.Get());
     if (Is(value.Get(), ObjectType::kName)) {
-        SetName(CurrentNames().NameText(NameOf(value.Get()), NameTextMode::kToken, kNameLimit));
+        SetName(CurrentNames().NameText(NameOf(value.Get()), NameTextMode::kToken, kCIDNameLimit));
     }
 }
 

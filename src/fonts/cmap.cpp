@@ -3,6 +3,7 @@
 
 #include "api/current_job.h"
 #include "api/error_record.h"
+#include "fonts/font_resource.h"
 #include "pdf/byte_buffer.h"
 #include "pdf/byte_scan.h"
 #include "pdf/name_table.h"
@@ -10,14 +11,8 @@
 #include "pdf/stream_reader.h"
 
 namespace zorvan {
-namespace {
-
-constexpr std::size_t kNameLimit = 128;
-
-}  // namespace
-
 PredefinedCMap::PredefinedCMap(std::uint32_t name)
-    : name_(CurrentNames().NameText(name, NameTextMode::kToken, kNameLimit)) {}
+    : name_(CurrentNames().NameText(name, NameTextMode::kToken, kCIDNameLimit)) {}
 
 CMapResource::CMapResource(ResourceKey key, OwnedObject stream)
     : Resource(key, 0), stream_(std::move(stream)) {
@@ -44,7 +39,7 @@ std::uint32_t CMapResource::WritingMode() const {
 
 std::string CMapResource::OwnName() const {
     const Resolved name(DictGet(StreamDictionary(stream_.Get()), names::kCMapName));
-    return CurrentNames().NameText(NameOf(name.Get()), NameTextMode::kToken, kNameLimit);
+    return CurrentNames().NameText(NameOf(name.Get()), NameTextMode::kToken, kCIDNameLimit);
 }
 
 Status CMapResource::WriteResource() {

@@ -22,6 +22,9 @@ constexpr std::uint32_t kCIDFontType0 = 0;  // these two are descendants
 constexpr std::uint32_t kCIDFontType2 = 2;
 }  // namespace font_kind
 
+/// The longest name of a CID-keyed font or a CMap.
+constexpr std::size_t kCIDNameLimit = 128;
+
 /// What a font is built from: its key, and its dictionary.
 struct FontSource {
     ResourceKey key;

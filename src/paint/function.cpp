@@ -12,6 +12,7 @@
 #include "pdf/object_parser.h"
 #include "pdf/stream_reader.h"
 #include "platform/limits.h"
+#include "ps/device_parameters.h"
 #include "ps/number_array.h"
 
 namespace zorvan {
@@ -111,10 +112,6 @@ public:
     }
 };
 
-PdfObject DictionaryOf(PdfObject value) {
-    return Is(value, ObjectType::kStream) ? StreamDictionary(value) : value;
-}
-
 }  // namespace
 
 Status FunctionResource::WriteResource() {
@@ -143,7 +140,7 @@ Status FunctionResource::AppendRequired(OutputPiece& text, std::uint32_t key, st
     if (!Is(array.Get(), ObjectType::kArray)) {
         return Fail(Status::kInvalidDataType, Reference());
     }
-    text.Append("/").Append(CurrentNames().PlainText(key)).Append(" [");
+    AppendKey(text, key).Append("[");
     AppendNumbers(text, array.Get(), std::min(ArrayCount(array.Get()), limits::kFunctionNumbers));
     text.Append(end);
     return Status::kOk;

@@ -136,8 +136,7 @@ protected:
         for (const std::uint32_t key : sizes_) {
             const Resolved size(Entry(key));
             if (!IsNull(size.Get())) {
-                text.Append("/").Append(CurrentNames().PlainText(key)).Append(" ");
-                text.AppendInteger(IntegerOf(size.Get())).Append("\n");
+                AppendKey(text, key).AppendInteger(IntegerOf(size.Get())).Append("\n");
             }
         }
         AppendFunction(text, "/TransferFunction ", transfer_);
@@ -198,8 +197,7 @@ void HalftoneResource::AppendUse(OutputPiece& piece) const {
 
 std::unique_ptr<Resource> CreateHalftoneResource(const ResourceRequest& request) {
     const Resolved value(request.value);
-    const bool stream = Is(value.Get(), ObjectType::kStream);
-    const PdfObject dictionary = stream ? StreamDictionary(value.Get()) : value.Get();
+    const PdfObject dictionary = DictionaryOf(value.Get());
     const Resolved type(DictGet(dictionary, names::kHalftoneType));
     switch (const auto kind = static_cast<std::uint32_t>(IntegerOf(type.Get())); kind) {
         case 1:

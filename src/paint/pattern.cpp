@@ -7,7 +7,6 @@
 #include "content/interpreter.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
-#include "platform/scoped_value.h"
 #include "ps/number_array.h"
 #include "ps/resource_registry.h"
 
@@ -17,10 +16,6 @@ namespace {
 constexpr std::int32_t kTilingType = 1;
 constexpr std::int32_t kShadingType = 2;
 constexpr std::int32_t kUncolored = 2;
-
-PdfObject DictionaryOf(PdfObject value) {
-    return Is(value, ObjectType::kStream) ? StreamDictionary(value) : value;
-}
 
 void AppendNumber(OutputPiece& text, std::string_view key, PdfObject value) {
     text.Append(key).AppendOperand(Resolved(value).Get()).Append("\n");
@@ -46,15 +41,15 @@ void TilingPatternResource::MarkDrawn() {
 }
 
 bool TilingPatternResource::CanBeUsedHere() {
-    if (writing_) {
-        RecordError(Status::kIllegalPattern, MakeReference(Key().number, Key().generation));
-        CurrentRegistry().MarkUnusable(ResourceCategory::kPattern, Key());
+    if (!CurrentRegistry().IsBeingWritten(ResourceCategory::kPattern, Key())) {
+        return true;
     }
-    return !writing_;
+    RecordError(Status::kIllegalPattern, MakeReference(Key().number, Key().generation));
+    CurrentRegistry().MarkUnusable(ResourceCategory::kPattern, Key());
+    return false;
 }
 
 Status TilingPatternResource::WriteResource() {
-    const ScopedValue writing(writing_, true);
     if (scope_ != nullptr) {
         RETURN_IF_FAILED(CurrentRegistry().EmitScope(*scope_));
     }

@@ -30,7 +30,6 @@ private:
     OwnedObject stream_;
     std::unique_ptr<ResourceScope> scope_;  // null without resources of its own
     std::int32_t paintType_;
-    bool writing_ = false;
 };
 
 class ShadingPatternResource : public PatternUse {

@@ -10,6 +10,7 @@
 #include "pdf/object_parser.h"
 #include "pdf/stream_reader.h"
 #include "platform/limits.h"
+#include "ps/device_parameters.h"
 #include "ps/embedded_data.h"
 #include "ps/number_array.h"
 
@@ -20,14 +21,6 @@ constexpr std::uint32_t kFunctionBased = 1;
 constexpr std::uint32_t kFirstMesh = 4;
 constexpr std::uint32_t kLattice = 5;  // the one mesh without flags
 constexpr std::uint32_t kLastType = 7;
-
-PdfObject DictionaryOf(PdfObject value) {
-    return Is(value, ObjectType::kStream) ? StreamDictionary(value) : value;
-}
-
-OutputPiece& AppendKey(OutputPiece& text, std::uint32_t key) {
-    return text.Append("/").Append(CurrentNames().PlainText(key)).Append(" ");
-}
 
 }  // namespace
 

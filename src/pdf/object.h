@@ -165,6 +165,10 @@ PdfObject MakeArray(std::span<const PdfObject> elements);
 std::uint32_t StreamDataOffset(PdfObject stream);
 std::uint32_t StreamLength(PdfObject stream);
 PdfObject StreamDictionary(PdfObject stream);
+/// A stream's dictionary, or the value itself: for what may be either.
+inline PdfObject DictionaryOf(PdfObject value) {
+    return Is(value, ObjectType::kStream) ? StreamDictionary(value) : value;
+}
 /// The reference of the object that the stream is, by which encrypted data finds its key; null when nobody
 /// set it.
 PdfObject StreamOwner(PdfObject stream);

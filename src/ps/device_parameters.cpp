@@ -31,11 +31,6 @@ void AppendParameter(OutputPiece& piece, PdfObject value) {
     }
 }
 
-bool BelongsIntoHexadecimal(std::uint8_t byte) {
-    constexpr std::string_view kAllowed("0123456789abcdefABCDEF \t\r\n\f\0", 28);
-    return kAllowed.find(static_cast<char>(byte)) != std::string_view::npos;
-}
-
 /// "<~" in front, for one, would begin a string of another kind on the device.
 void AppendHexadecimal(OutputPiece& piece, Bytes text) {
     while (!text.empty()) {
@@ -64,6 +59,11 @@ bool IsCompleteString(std::string_view text) {
 }
 
 }  // namespace
+
+bool BelongsIntoHexadecimal(std::uint8_t byte) {
+    constexpr std::string_view kAllowed("0123456789abcdefABCDEF \t\r\n\f\0", 28);
+    return kAllowed.find(static_cast<char>(byte)) != std::string_view::npos;
+}
 
 void AppendFilterParameters(OutputPiece& piece, PdfObject dictionary) {
     if (!Is(dictionary, ObjectType::kDictionary)) {
@@ -114,6 +114,10 @@ void AppendStringText(OutputPiece& piece, std::string_view text) {
         piece.Append(special ? "\\" : "").Append(std::string_view(&letter, 1));
     }
     piece.Append(")");
+}
+
+OutputPiece& AppendKey(OutputPiece& piece, std::uint32_t key) {
+    return piece.Append("/").Append(CurrentNames().PlainText(key)).Append(" ");
 }
 
 std::string OnOneLine(std::string text) {

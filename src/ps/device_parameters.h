@@ -9,6 +9,9 @@
 
 namespace zorvan {
 
+/// True for a digit or white space.
+bool BelongsIntoHexadecimal(std::uint8_t byte);
+
 /// Appends a filter's parameters as a dictionary, the keys as the file spells them; null for anything else.
 void AppendFilterParameters(OutputPiece& piece, PdfObject dictionary);
 
@@ -24,6 +27,9 @@ std::string TextOfString(PdfObject string);
 /// Appends such a text in parentheses: as it is when it makes one complete PostScript string, else with a
 /// backslash before every backslash and parenthesis.
 void AppendStringText(OutputPiece& piece, std::string_view text);
+
+/// Appends a key that the library knows, as a name with a blank behind it.
+OutputPiece& AppendKey(OutputPiece& piece, std::uint32_t key);
 
 /// Text of the file that goes into a comment: it must stay on its line, so that line ends become blanks.
 std::string OnOneLine(std::string text);
