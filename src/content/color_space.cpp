@@ -175,6 +175,8 @@ void UnderlyingSpace::Register() {
     } else {
         static_cast<void>(own_->RegisterUsed());
     }
+    const auto* space = own_ == nullptr ? static_cast<ColorSpaceUse*>(used_.Get()) : own_.get();
+    components_ = space == nullptr ? 0 : space->Components();
 }
 
 Status UnderlyingSpace::WriteUsed() {
@@ -187,11 +189,6 @@ Status UnderlyingSpace::AppendText(OutputPiece& text) {
     }
     used_.AppendUse(text);
     return Status::kOk;
-}
-
-std::uint32_t UnderlyingSpace::Components() const {
-    const auto* space = own_ == nullptr ? static_cast<ColorSpaceUse*>(used_.Get()) : own_.get();
-    return space == nullptr ? 0 : space->Components();
 }
 
 }  // namespace zorvan

@@ -56,8 +56,8 @@ public:
 
     /// False for a space that is missing or cannot be built.
     [[nodiscard]] bool IsThere() const { return own_ != nullptr || used_.Get() != nullptr; }
-    /// 0 for a space that is missing or cannot be built.
-    [[nodiscard]] std::uint32_t Components() const;
+    /// 0 for a space that is missing, cannot be built or reaches itself.
+    [[nodiscard]] std::uint32_t Components() const { return components_; }
     /// A space of the text itself, written as an array there; null for one that has a name.
     [[nodiscard]] ColorSpace* Inline() const { return named_ ? nullptr : own_.get(); }
 
@@ -65,6 +65,7 @@ private:
     std::unique_ptr<ColorSpace> own_;  // null for a referenced one
     bool named_ = false;               // a device space by its bare name
     UsedResource used_;                // a referenced one
+    std::uint32_t components_ = 0;     // told when it is registered: a space may stand under itself
 };
 
 }  // namespace zorvan

@@ -30,8 +30,9 @@ TEST(ColorSpaceCycle, EndsWithTheErrorRecorded) {
              Cycle{"[/ICCBased 13 0 R]", "null"},
          }) {
         for (const std::size_t count : {1U, 2U}) {
-            PdfBuilder pdf =
-                Pages(std::vector<std::string>(count, "/Resources << /ColorSpace << /A 10 0 R >> >>"));
+            PdfBuilder pdf = Pages(std::vector<std::string>(
+                count, "/Contents 15 0 R /Resources << /ColorSpace << /A 10 0 R >> >>"));
+            pdf.Stream(15, "/A cs 0 0 0 scn 0 0 9 9 re f");
             pdf.Object(10, cycle.space).Object(12, cycle.other).Object(20, kInk).Stream(11, "abcdef");
             const Conversion conversion =
                 Convert(pdf.Stream(13, "profile", "/N 3 /Alternate 10 0 R").Bytes());

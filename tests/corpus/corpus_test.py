@@ -29,35 +29,19 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tools")
 import compare_text  # noqa: E402  (found through the line above)
 import convert_and_compare  # noqa: E402
 import measure  # noqa: E402
+import survival  # noqa: E402
 
 SKIPPED = 77
-OWN_CODES = range(6)
 SECONDS, BYTES = 60, 1 << 30
 TEXT_NEEDS = {"vector", "text", "image"}
 TEXT_FONTS = {"Type 1", "Type 1C"}
 TEXT_ENCODINGS = {"Standard", "WinAnsi", "MacRoman", "Custom"}  # Custom: one with Differences
 LEAST_TEXT_FILES = 10
-SANITIZER = re.compile(r"(Address|Leak|UndefinedBehavior)Sanitizer|runtime error:")
-# A sanitizer's report ends the program with a code that is none of its own.
-REPORTS = {"ASAN_OPTIONS": "exitcode=99", "UBSAN_OPTIONS": "exitcode=99:print_stacktrace=1"}
 
 
 def index(folder):
     with open(folder / "index.csv", encoding="utf-8", newline="") as file:
         return list(csv.DictReader(file))
-
-
-def complaint(run):
-    """What is wrong about how a run ended; an empty text when nothing is."""
-    if run.timed_out:
-        return f"not done after {SECONDS} seconds"
-    if run.code not in OWN_CODES:
-        return f"ended with {measure.name_of_signal(run.code) or run.code}: {run.output[-1500:]}"
-    if SANITIZER.search(run.output):
-        return run.output[:1500]
-    if run.peak_bytes > BYTES:
-        return f"took {run.peak_bytes >> 20} MiB"
-    return ""
 
 
 def complaint_about_postscript(path):
@@ -72,7 +56,7 @@ def is_well(zorvan, path, password, printed):
     options = ["--password", password] if password else []
     with tempfile.TemporaryDirectory() as folder:
         output = pathlib.Path(folder) / "out.ps"
-        text = complaint(measure.run([zorvan, *options, path, "-o", output], SECONDS, REPORTS))
+        text = survival.complaint(survival.run(zorvan, path, output, SECONDS, options), SECONDS, BYTES)
         if not text and printed:
             text = complaint_about_postscript(output)
     if text:
