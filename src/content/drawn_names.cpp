@@ -90,8 +90,8 @@ void MarkXObjects(const ResourceScope* scope, PdfObject contents) {
     // The data is gone again before anything else is looked into.
     static_cast<void>(ForEachContentStream(contents, [&](PdfObject /*reference*/, PdfObject stream) {
         DecodedContent content;
-        static_cast<void>(content.DecodeUnrecorded(stream));  // its errors are told when it is run
-        found = FindDrawnNames(content.Data(), CurrentNames(), drawn) && found;
+        const bool whole = !Failed(content.DecodeUnrecorded(stream));  // errors are told when it is run
+        found = whole && FindDrawnNames(content.Data(), CurrentNames(), drawn) && found;
         return Status::kOk;
     }));
     const auto inForce = CurrentRegistry().PutInForce(scope);

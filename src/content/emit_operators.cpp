@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "api/current_job.h"
+#include "api/error_record.h"
 #include "content/inline_image.h"
 #include "content/interpreter.h"
 #include "pdf/name_table.h"
@@ -101,7 +102,12 @@ Status ContentInterpreter::WriteInlineImage(const OperatorRow& /*row*/) {
     const OwnedObject dictionary = operands_.Pop();
     InlineImage image(dictionary.Get(), scope_);
     rest_ = rest_.subspan(image.TakeData(rest_, imageEnds_));
-    return image.Write();
+    const Status status = image.Write();
+    if (status != Status::kDecodeError) {
+        return status;
+    }
+    RecordError(status, stream_);  // what could be decoded is written
+    return Status::kOk;
 }
 
 }  // namespace zorvan

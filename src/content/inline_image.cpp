@@ -248,14 +248,17 @@ void InlineImage::AppendFilters(OutputPiece& piece) const {
 }
 
 Status InlineImage::WriteData() const {
-    ByteBuffer decoded;
-    Bytes data = data_.data;
-    if (!filters_.empty() && IsAscii(filters_.front().kind)) {
-        RETURN_IF_FAILED(DecodeBytes(filters_.front().kind, data, decoded));
-        data = decoded.Bytes();
+    if (filters_.empty() || !IsAscii(filters_.front().kind)) {
+        return EmbedInlineData(data_.data, CodecKind::kASCII85DecodeEncoder);
     }
-    return EmbedInlineData(
-        data, IsHexadecimal() ? CodecKind::kASCIIHexDecodeEncoder : CodecKind::kASCII85DecodeEncoder);
+    ByteBuffer decoded;
+    const Status status = DecodeBytes(filters_.front().kind, data_.data, decoded);
+    if (status == Status::kMemoryNotEnough) {
+        return status;
+    }
+    RETURN_IF_FAILED(EmbedInlineData(decoded.Bytes(), IsHexadecimal() ? CodecKind::kASCIIHexDecodeEncoder
+                                                                      : CodecKind::kASCII85DecodeEncoder));
+    return status;
 }
 
 }  // namespace zorvan

@@ -107,6 +107,7 @@ Status ContentInterpreter::WriteDefaultSpaces() {
 }
 
 Status ContentInterpreter::InterpretStream(PdfObject reference, PdfObject stream) {
+    stream_ = reference;
     DecodedContent content;
     const Status read = content.Decode(stream, reference);
     // What a damaged stream holds up to its damage prints; one that is too large to be held does not.

@@ -128,7 +128,8 @@ private:
     PdfObject directReference_;
     bool begun_ = false;  // the default spaces are written
     ImageEnds imageEnds_;
-    Bytes rest_;                    // of the stream being interpreted
+    PdfObject stream_;              // the reference of the stream being interpreted
+    Bytes rest_;                    // of it
     bool inChunk_ = false;          // the content is being put into procedures of its own
     std::uint64_t chunkBegin_ = 0;  // where in the output the latest of them begins
     OutputPiece line_;

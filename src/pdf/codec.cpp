@@ -6,6 +6,7 @@
 #include <new>
 
 #include "api/current_job.h"
+#include "api/error_record.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
 #include "platform/filter_library.h"
@@ -150,6 +151,9 @@ bool Codec::CreateEncoderHandle() {
     if (handle_ == nullptr && row != nullptr) {
         handle_ =
             CurrentFilterLibrary().createEncoder(row->encoderCode, ParameterBlock(), &slot_, WriteEncoded);
+        if (handle_ == nullptr) {
+            RecordError(Status::kMemoryNotEnough, MakeNull());  // the status, -1, does not tell it
+        }
     }
     return handle_ != nullptr;
 }

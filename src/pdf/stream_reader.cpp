@@ -140,7 +140,7 @@ Status DecodeBytes(CodecKind kind, Bytes bytes, ByteBuffer& data) {
             return Status::kMemoryNotEnough;
         }
     }
-    return Status::kOk;  // what was decoded counts
+    return state == 0 ? Status::kOk : Status::kDecodeError;
 }
 
 void DecodeHexadecimalString(Bytes text, ByteBuffer& data) {

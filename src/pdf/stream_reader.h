@@ -68,7 +68,7 @@ Status DecodeStream(StreamReader& reader, ByteBuffer& data);
 /// before), kMemoryNotEnough beyond the limit for decoded data; both are recorded with the reference.
 Status DecodeWholeStream(StreamReader& reader, PdfObject reference, ByteBuffer& data);
 
-/// The same for bytes under one filter without parameters; nothing is recorded.
+/// The same for bytes under one filter without parameters, without a record.
 Status DecodeBytes(CodecKind kind, Bytes bytes, ByteBuffer& data);
 
 /// The bytes that the text of a hexadecimal string stands for, as far as it is digits and white space; a

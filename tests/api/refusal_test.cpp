@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "api/every_resource.h"
 #include "api/session.h"
 #include "ps/fake_resources.h"
 
@@ -101,6 +102,11 @@ TEST_F(Refusals, OfAnyPieceOfPagesWithResourcesComeBackAsTheyAre) {
     pdf.Stream(11, "1 w n").Object(24, "<< /Subtype /Type3 >>").Object(25, "<< /A 1 >>");
     pdf.Object(26, "<< /A 1 >>").Object(27, "<< /A 1 >>");
     RefuseEachPiece(pdf.Bytes());
+}
+
+TEST(RefusalsWithRealResources, OfAnyPieceComeBackAsTheyAre) {
+    const Job job;
+    RefuseEachPiece(EveryResource());
 }
 
 }  // namespace

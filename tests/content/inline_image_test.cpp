@@ -164,6 +164,16 @@ TEST(InlineImage, InAscii85StaysInAscii85) {
     EXPECT_EQ(Image(kGray2 + "/F /ASCII85Decode", "@ :\nB~>"), expected);
 }
 
+TEST(InlineImage, OfDamagedDataIsWrittenUpToTheDamageAndTold) {
+    PdfBuilder pdf = OnePage("BI " + kGray2 + "/F /A85 ID @:Buu uuuuu~> EI 1 w");
+    const Conversion conversion = Convert(pdf.Bytes());
+    EXPECT_EQ(conversion.pages, std::vector<int>{0});
+    EXPECT_EQ(conversion.error.code, -4092);
+    EXPECT_GT(conversion.error.offset, 0U);
+    EXPECT_THAT(ContentOf(conversion.output),
+                AllOf(HasSubstr("/DataSource {{<~@:Bu"), EndsWith("EI\n1 w\n")));
+}
+
 /// Compressed data goes as it is into ASCII85, and the decode array of its own stays its own.
 void IsPassedOn(const std::string& keys, const std::string& filter, const std::string& name,
                 const std::string& data) {
