@@ -29,11 +29,18 @@ std::string Escaped(std::string_view text) {
     return escaped;
 }
 
+/// True for what ends a name on a device: white space and other control characters, delimiters, and the bytes
+/// that begin a binary token (PLRM 3.14.1), by which a name could go on as a program of its own.
+bool EndsName(char letter) {
+    constexpr std::string_view kDelimiters = "()<>[]{}/%";
+    const auto byte = static_cast<std::uint8_t>(letter);
+    return byte <= 0x20 || (byte >= 0x80 && byte < 0xA0) ||
+           kDelimiters.find(letter) != std::string_view::npos;
+}
+
 std::string AsToken(std::string_view text) {
-    constexpr std::string_view kBreaking = " ()<>[]{}/%";
     std::string token(text);
-    std::ranges::replace_if(
-        token, [kBreaking](char letter) { return kBreaking.find(letter) != std::string_view::npos; }, '$');
+    std::ranges::replace_if(token, EndsName, '$');
     return token;
 }
 

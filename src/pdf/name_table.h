@@ -28,8 +28,8 @@ static_assert(kAfterPredefined == 351);
 /// How a name goes into the output.
 enum class NameTextMode {
     kString,  // inside a PostScript string: a backslash before every backslash and parenthesis
-    kToken,   // behind a "/": blanks and delimiters become `$`, so that the device reads one token and no
-              // program
+    kToken,   // behind a "/": what would end the name on the device becomes `$`, so that it reads one token
+              // and no program
 };
 
 /// The longest text that the emitters write for a name.

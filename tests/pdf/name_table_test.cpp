@@ -73,6 +73,20 @@ TEST_F(Names, ReplacesDelimitersForATokenSoThatNoneRunsOnTheDevice) {
     EXPECT_EQ(table.NameText(table.InternName("<>{}/%"), NameTextMode::kToken), "$$$$$$");
 }
 
+TEST_F(Names, ReplacesWhiteSpaceAndControlCharactersForAToken) {
+    using namespace std::string_literals;
+    EXPECT_EQ(table.NameText(table.InternName("A\nquit\rB\tC\fD\0E\4F"s), NameTextMode::kToken),
+              "A$quit$B$C$D$E$F");
+}
+
+// 128 to 159 begin binary tokens: "\x88A" would be the number 65, and what follows a word that runs.
+TEST_F(Names, ReplacesWhatBeginsABinaryTokenForAToken) {
+    EXPECT_EQ(table.NameText(table.InternName("A\x88\x41quit"), NameTextMode::kToken), "A$Aquit");
+    EXPECT_EQ(table.NameText(table.InternName("\x7F\x80\x9F\xA0\xFF"), NameTextMode::kToken),
+              "\x7F$$\xA0\xFF");
+    EXPECT_EQ(table.NameText(table.InternName("\x80\x9F"), NameTextMode::kString), "\x80\x9F");
+}
+
 TEST_F(Names, CutsATextToItsLimitBeforeItIsEscaped) {
     const std::uint32_t name = table.InternName("(((");
     EXPECT_EQ(table.NameText(name, NameTextMode::kString, 2), "\\(\\(");
