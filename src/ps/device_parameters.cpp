@@ -31,8 +31,18 @@ void AppendParameter(OutputPiece& piece, PdfObject value) {
     }
 }
 
-/// "<~" in front, for one, would begin a string of another kind on the device.
+/// True for a parameter that no PDF filter has: at its end a filter would close what it reads from, and with
+/// it what keeps the rest of the data from running (PLRM 3.13.3).
+bool ClosesSource(std::uint32_t key) {
+    return CurrentNames().PlainText(key) == "CloseSource";
+}
+
+/// The digits. Behind "<", a "~" would begin a string of another kind on the device: a blank stands there
+/// instead.
 void AppendHexadecimal(OutputPiece& piece, Bytes text) {
+    if (!text.empty() && text.front() == '~') {
+        piece.Append(" ");
+    }
     while (!text.empty()) {
         const auto stray = std::ranges::find_if_not(text, BelongsIntoHexadecimal);
         const auto count = static_cast<std::size_t>(stray - text.begin());
@@ -58,6 +68,30 @@ bool IsCompleteString(std::string_view text) {
     return depth == 0 && !escaped;
 }
 
+std::string Escaped(std::string_view text) {
+    std::string escaped;
+    for (const char letter : text) {
+        const bool special = letter == '\\' || letter == '(' || letter == ')';
+        escaped.append(special ? "\\" : "").push_back(letter);
+    }
+    return escaped;
+}
+
+/// Appends what stands between parentheses. In front of a "%" that begins a line comes a backslash, which the
+/// device drops: a program that cuts documents at their comments would cut the string, and what is behind the
+/// cut would run.
+void AppendBetweenParentheses(OutputPiece& piece, std::string_view text) {
+    std::size_t written = 0;
+    for (std::size_t percent = text.find('%'); percent != std::string_view::npos;
+         percent = text.find('%', percent + 1)) {
+        if (percent > 0 && (text[percent - 1] == '\n' || text[percent - 1] == '\r')) {
+            piece.Append(text.substr(written, percent - written)).Append("\\");
+            written = percent;
+        }
+    }
+    piece.Append(text.substr(written));
+}
+
 }  // namespace
 
 bool BelongsIntoHexadecimal(std::uint8_t byte) {
@@ -73,7 +107,7 @@ void AppendFilterParameters(OutputPiece& piece, PdfObject dictionary) {
     piece.Append("<< ");
     for (std::uint32_t i = 0; i < DictSlotCount(dictionary); ++i) {
         const DictionarySlot slot = DictSlot(dictionary, i);
-        if (slot.key != 0) {
+        if (slot.key != 0 && !ClosesSource(slot.key)) {
             piece.Append("/").Append(CurrentNames().NameText(slot.key, NameTextMode::kToken)).Append(" ");
             AppendParameter(piece, Resolved(slot.value).Get());
             piece.Append(" ");
@@ -89,7 +123,9 @@ void AppendStringObject(OutputPiece& piece, PdfObject string) {
         AppendHexadecimal(piece, text);
         piece.Append(">");
     } else {
-        piece.Append("(").Append(text).Append(")");
+        piece.Append("(");
+        AppendBetweenParentheses(piece, {reinterpret_cast<const char*>(text.data()), text.size()});
+        piece.Append(")");
     }
 }
 
@@ -103,16 +139,13 @@ std::string TextOfString(PdfObject string) {
     return {text.begin(), text.end()};
 }
 
+std::string AsStringText(std::string_view text) {
+    return IsCompleteString(text) ? std::string(text) : Escaped(text);
+}
+
 void AppendStringText(OutputPiece& piece, std::string_view text) {
     piece.Append("(");
-    if (IsCompleteString(text)) {
-        piece.Append(text).Append(")");
-        return;
-    }
-    for (const char letter : text) {
-        const bool special = letter == '\\' || letter == '(' || letter == ')';
-        piece.Append(special ? "\\" : "").Append(std::string_view(&letter, 1));
-    }
+    AppendBetweenParentheses(piece, AsStringText(text));
     piece.Append(")");
 }
 
@@ -121,8 +154,9 @@ OutputPiece& AppendKey(OutputPiece& piece, std::uint32_t key) {
 }
 
 std::string OnOneLine(std::string text) {
+    // A form feed ends a comment, too (PLRM 3.2.2).
     std::ranges::replace_if(
-        text, [](char letter) { return letter == '\r' || letter == '\n'; }, ' ');
+        text, [](char letter) { return letter == '\r' || letter == '\n' || letter == '\f'; }, ' ');
     return text;
 }
 

@@ -19,7 +19,8 @@ std::string PlateColor(PdfObject colorant) {
         return CurrentNames().NameText(colorant.payload, NameTextMode::kString);
     }
     const auto bytes = StringBytes(colorant);
-    return {reinterpret_cast<const char*>(bytes.data()), std::min(bytes.size(), kNameTextLimit)};
+    return AsStringText(
+        {reinterpret_cast<const char*>(bytes.data()), std::min(bytes.size(), kNameTextLimit)});
 }
 
 void AppendPlateColor(OutputPiece& piece, PdfObject dictionary) {

@@ -115,9 +115,21 @@ TEST(TextStrings, InHexadecimalKeepTheirDigits) {
 // Whatever is neither digit nor white space would end the job on a device.
 TEST(TextStrings, InHexadecimalLoseWhatIsNoDigit) {
     EXPECT_EQ(Become("<4G8x> Tj"), "<48> Tj\n");
-    EXPECT_EQ(Become("<~48~> Tj"), "<48> Tj\n");
+    EXPECT_EQ(Become("<48~> Tj"), "<48> Tj\n");
     EXPECT_EQ(Become("<(4)8/%\x80> Tj"), "<48> Tj\n");
-    EXPECT_EQ(Become("[<zz> <~>] TJ"), "[<><>] TJ\n");
+    EXPECT_EQ(Become("[<zz> <48>] TJ"), "[<><48>] TJ\n");
+}
+
+// "<~" begins an ASCII85 string on a device, which ends at the next "~>", wherever that stands.
+TEST(TextStrings, InHexadecimalStayHexadecimalWhenTheyBeginWithATilde) {
+    EXPECT_EQ(Become("<~48~> Tj"), "< 48> Tj\n");
+    EXPECT_EQ(Become("[<~> (~>)] TJ"), "[< >(~>)] TJ\n");
+    EXPECT_EQ(Become("< ~48> Tj"), "< 48> Tj\n");
+}
+
+TEST(TextStrings, HaveABackslashBeforeAPercentThatBeginsALine) {
+    EXPECT_EQ(Become("(a\n%%Page: 6 6\nquit\n\\)) Tj"), "(a\n\\%%Page: 6 6\nquit\n\\)) Tj\n");
+    EXPECT_EQ(Become("[(%%a) (\r%%EOF)] TJ"), "[(%%a)(\r\\%%EOF)] TJ\n");
 }
 
 TEST(TextOperators, WithSpacingWriteWordSpacingFirst) {

@@ -40,6 +40,18 @@ TEST(StringText, IsEscapedWhenItIsNone) {
     EXPECT_EQ(Written("(a)) quit ("), "(\\(a\\)\\) quit \\()");
 }
 
+// A program that cuts a document at its comments would else cut the string.
+TEST(StringText, HasABackslashBeforeAPercentThatBeginsALine) {
+    EXPECT_EQ(Written("a\n%%Page: 6 6\rb\r\n%!c\n\n%"), "(a\n\\%%Page: 6 6\rb\r\n\\%!c\n\n\\%)");
+    EXPECT_EQ(Written("a\\\n%b"), "(a\\\n\\%b)");
+    EXPECT_EQ(Written(")\n%%EOF"), "(\\)\n\\%%EOF)");
+    EXPECT_EQ(Written("%%a %b\t%\f%\n a%"), "(%%a %b\t%\f%\n a%)");
+}
+
+TEST(TextOfAComment, StaysOnItsLine) {
+    EXPECT_EQ(OnOneLine("a\nb\rc\fd\r\n%%EOF\te\0f"s), "a b c d  %%EOF\te\0f"s);
+}
+
 class StringOfTheFile : public JobTest {
 protected:
     /// The text of a string that stands so between its delimiters in the file.

@@ -173,6 +173,12 @@ TEST_F(EmbeddedData, WritesEachKindOfParameterAsItIs) {
                 AllOf(HasSubstr(" /A 1 "), HasSubstr(" /B null "), HasSubstr(" /C true ")));
 }
 
+// A filter that closed its source at its own end would have the rest of the data run.
+TEST_F(EmbeddedData, LeavesOutTheParameterThatClosesItsSource) {
+    EXPECT_THAT(Streamed("x", "/Filter /FlateDecode /DecodeParms << /K 1 /CloseSource true /N 2 >>"),
+                HasSubstr("/DecodeParms << /K 1 /N 2 >>/Intent"));
+}
+
 TEST_F(EmbeddedData, TakesFiltersAndParametersByReference) {
     EXPECT_THAT(
         Streamed("x", "/Filter 20 0 R /DecodeParms 21 0 R"),

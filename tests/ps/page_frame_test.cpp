@@ -159,6 +159,13 @@ TEST(PlateColor, IsAStringAsItStandsInTheFile) {
 TEST(PlateColor, StaysOnItsLine) {
     EXPECT_EQ(PlateLines("<< /DeviceColorant (a\r\n%%EOF\nshowpage) >>"),
               "%%PlateColor: a  %%EOF showpage\n");
+    EXPECT_EQ(PlateLines("<< /DeviceColorant (a\fshowpage) >>"), "%%PlateColor: a showpage\n");
+}
+
+TEST(PlateColor, IsEscapedWhenItIsNoString) {
+    EXPECT_EQ(PlateLines("<< /DeviceColorant (" + std::string(126, 'x') + "(y)) >>"),
+              "%%PlateColor: " + std::string(126, 'x') + "\\(\n");
+    EXPECT_EQ(PlateLines("<< /DeviceColorant <)\\> >>"), "%%PlateColor: \\)\\\\\n");
 }
 
 TEST(PlateColor, IsCutBeforeItIsEscaped) {
