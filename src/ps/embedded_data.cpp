@@ -59,25 +59,38 @@ void AppendFilters(OutputPiece& piece, const std::vector<StreamFilter>& filters)
     piece.Append("]");
 }
 
+/// The device reads them line by line, and a line has 255 bytes.
+void AppendFilterCalls(OutputPiece& piece, const std::vector<StreamFilter>& filters) {
+    constexpr std::size_t kInLine = 8;
+    for (std::size_t i = 0; i < filters.size(); ++i) {
+        piece.Append(i > 0 && i % kInLine == 0 ? "\n" : "");
+        AppendFilterName(piece, filters[i]);
+        piece.Append(" filter");
+    }
+}
+
 constexpr std::string_view kEndData = "\n%%EndData\n";
 
 /// Data of the file is taken piece by piece, and each piece let go of, so that a large image does not fill
 /// the memory.
 constexpr std::size_t kPiece = std::size_t{1} << 20;
 
-/// True for data that holds the line by which the device knows its end: what stands behind it would run as a
-/// program.
-bool EndsTooEarly(Bytes data) {
-    while (data.size() >= kEndData.size()) {
+bool Holds(Bytes data, std::string_view text) {
+    while (data.size() >= text.size()) {
         const Bytes piece = data.first(std::min(kPiece, data.size()));
-        if (FindForward(piece, 0, kEndData) != kNotFound) {
+        if (FindForward(piece, 0, text) != kNotFound) {
             return true;
         }
         CurrentPdfFile()->LetGo(piece);
-        data = data.subspan(piece.size() -
-                            (kEndData.size() - 1));  // the line may begin in one and end in the next
+        data = data.subspan(piece.size() - (text.size() - 1));  // it may begin in one and end in the next
     }
     return false;
+}
+
+/// True for data that holds the line by which the device knows its end: what stands behind it would run as a
+/// program.
+bool EndsTooEarly(Bytes data) {
+    return Holds(data, kEndData);
 }
 
 template <class Take>
@@ -219,19 +232,19 @@ Status EmbedStream(PdfObject stream, PdfObject reference, DataIntent intent) {
 
 Status EmbedInFile(PdfObject stream, std::string_view closing) {
     const StreamReader reader(stream);
-    if (reader.Filters().empty()) {
+    if (reader.Filters().empty() && !CompressedEndsTooEarly(reader)) {
         RETURN_IF_FAILED(WriteOutput(" currentfile /LZWDecode filter\n%%BeginData: 256 Bytes\n"));
         RETURN_IF_FAILED(Compress(reader, WriteEncoded));
         RETURN_IF_FAILED(WriteOutput(closing));
         return WriteOutput(kEndData);
     }
-    const PassedData data(reader, EndsTooEarly(reader.Raw()));
+    // The device looks for the closing text behind the data, too.
+    const std::string_view closingWords = closing.substr(0, closing.find_last_not_of('\n') + 1);
+    const bool hexadecimal =
+        reader.Filters().empty() || EndsTooEarly(reader.Raw()) || Holds(reader.Raw(), closingWords);
+    const PassedData data(reader, hexadecimal);
     OutputPiece piece;
-    piece.Append(" currentfile");
-    for (const StreamFilter& filter : data.Filters()) {
-        AppendFilterName(piece, filter);
-        piece.Append(" filter");
-    }
+    AppendFilterCalls(piece.Append(" currentfile"), data.Filters());
     piece.Append("\n%%BeginData:").AppendUnsigned(data.Count()).Append(" Bytes\n");
     RETURN_IF_FAILED(piece.Write());
     RETURN_IF_FAILED(data.Write());

@@ -305,6 +305,50 @@ TEST(MeshShading, OnAPageHasPlainDataCompressed) {
                   "\n%%EndData\n");
 }
 
+TEST(MeshShading, OnAPageBreaksTheLineOfManyFilters) {
+    std::string filters;
+    std::string calls;
+    for (int filter = 0; filter < 17; ++filter) {
+        filters += "/ASCIIHexDecode ";
+        calls += (filter == 8 || filter == 16 ? "\n" : "") + "/ASCIIHexDecode filter"s;
+    }
+    PdfBuilder pdf = PageWith();
+    pdf.Stream(10, "41>", MeshEntries(4) + " /Filter [" + filters + "]");
+    EXPECT_EQ(Draw(pdf).content,
+              MeshText(4) + " currentfile" + calls + "\n%%BeginData:3 Bytes\n41>\n%%EndData\n>> shfill\n");
+}
+
+// The line that ends the data, and the text that the device looks for behind it, must come from the library.
+TEST(MeshShading, OnAPageHasDataThatHoldsItsEndInDigits) {
+    PdfBuilder ended = PageWith();
+    ended.Stream(10, "41>\n%%EndData\nquit", MeshEntries(4) + " /Filter /ASCIIHexDecode");
+    EXPECT_EQ(Draw(ended).content,
+              MeshText(4) +
+                  " currentfile/ASCIIHexDecode filter/ASCIIHexDecode filter\n%%BeginData:37 Bytes\n"
+                  "34313E0A2525456E64446174610A71756974>\n%%EndData\n>> shfill\n");
+    PdfBuilder closed = PageWith();
+    closed.Stream(10, "41>>> shfill", MeshEntries(4) + " /Filter /ASCIIHexDecode");
+    EXPECT_EQ(Draw(closed).content,
+              MeshText(4) +
+                  " currentfile/ASCIIHexDecode filter/ASCIIHexDecode filter\n%%BeginData:25 Bytes\n"
+                  "34313E3E3E20736866696C6C>\n%%EndData\n>> shfill\n");
+}
+
+// The first 62 bytes bring the codes of the others, nine bits each, to where together they read
+// "\n%%EndData\n".
+TEST(MeshShading, OnAPageHasPlainDataInDigitsWhenCompressedItWouldHoldItsEnd) {
+    std::string data;
+    for (char byte = 0; byte < 62; ++byte) {
+        data += byte;
+    }
+    data += "\x0A\x4A\x95\x2B\xE6\x88\x16\x17\xBA\x61\x14\xFF";
+    const std::string content = Draw(PageWith().Stream(10, data, MeshEntries(4))).content;
+    EXPECT_THAT(content, StartsWith(MeshText(4) +
+                                    " currentfile/ASCIIHexDecode filter\n%%BeginData:151 Bytes\n000102"));
+    EXPECT_THAT(content, EndsWith("61\n14FF>\n%%EndData\n>> shfill\n"));
+    EXPECT_EQ(content.find("\n%%EndData\n"), content.size() - 21);
+}
+
 TEST(MeshShading, AsAPatternHasItsDataInDigits) {
     for (const auto& [data, filter] :
          {std::tuple{"AB", ""}, std::tuple{"4142>", "/Filter /ASCIIHexDecode"}}) {
