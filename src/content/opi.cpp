@@ -95,7 +95,7 @@ public:
         AppendNumbers("%ALDImageColor: ", array.Get(), 4);
         const Resolved name(ArrayGet(array.Get(), 4));
         if (Is(name.Get(), ObjectType::kString)) {
-            piece_.Append("(").Append(TextOf(name.Get())).Append(")");
+            AppendStringText(piece_, TextOf(name.Get()));
         }
         piece_.Append("\n");
     }
@@ -135,15 +135,17 @@ public:
         }
     }
 
-    /// A line for each pair of a tag's number and its text.
-    void Tags(std::string_view comment, std::string_view open, std::string_view close) {
+    /// A line for each pair of a tag's number and its text; `append` takes the text.
+    template <class AppendText>
+    void Tags(std::string_view comment, const AppendText& append) {
         const Resolved array(DictGet(entries_, names::kTags));
         for (std::uint32_t i = 0; i + 1 < ArrayCount(array.Get()); i += 2) {
             const Resolved tag(ArrayGet(array.Get(), i));
             const Resolved text(ArrayGet(array.Get(), i + 1));
             if (Is(tag.Get(), ObjectType::kInteger) && Is(text.Get(), ObjectType::kString)) {
                 piece_.Append(comment).AppendInteger(IntegerOf(tag.Get()));
-                piece_.Append(open).Append(TextOf(text.Get())).Append(close);
+                append(piece_, TextOf(text.Get()));
+                piece_.Append("\n");
             }
         }
     }
@@ -176,8 +178,8 @@ private:
         for (std::uint32_t i = 0; i < pairs; ++i) {
             const Resolved ink(ArrayGet(inks, 1 + 2 * i));
             const Resolved tint(ArrayGet(inks, 2 + 2 * i));
-            piece_.Append("(").Append(TextOf(ink.Get())).Append(") ");
-            piece_.AppendOperand(tint.Get()).Append(" ");
+            AppendStringText(piece_, TextOf(ink.Get()));
+            piece_.Append(" ").AppendOperand(tint.Get()).Append(" ");
         }
         piece_.Append("\n");
     }
@@ -202,7 +204,8 @@ void Append13(OpiComments& comments) {
     comments.Numbers(names::kPosition, 8, "%ALDImagePosition: ");
     comments.Numbers(names::kResolution, 2, "%ALDImageResolution: ");
     comments.Integers(names::kSize, 2, "%ALDImageDimensions: ");
-    comments.Tags("%ALDImageASCIITag", ": ", "\n");
+    comments.Tags("%ALDImageASCIITag",
+                  [](OutputPiece& line, const std::string& text) { line.Append(": ").Append(text); });
     comments.Number(names::kTint, "%ALDImageTint: ");
     comments.Boolean(names::kTransparency, "%ALDImageTransparency: ");
     comments.Text("%%BeginObject: image\n");
@@ -217,7 +220,9 @@ void Append20(OpiComments& comments) {
     comments.Inks();
     comments.String(names::kMainImage, "%%MainImage: ");
     comments.Boolean(names::kOverprint, "%%ImageOverprint: ");
-    comments.Tags("%%TIFFASCIITag: ", " (", ")\n");
+    comments.Tags("%%TIFFASCIITag: ", [](OutputPiece& line, const std::string& text) {
+        AppendStringText(line.Append(" "), text);
+    });
 }
 
 }  // namespace

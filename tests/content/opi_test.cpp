@@ -177,14 +177,23 @@ TEST(OpiFileName, KeepsEveryOtherBackslash) {
 
 TEST(Opi, StaysOnItsLineWhateverItsTextsHold) {
     for (const std::string& lines :
-         {Lines13("/F (a\nrun) /ID (b\rrun) /Tags [1 (c\r\nrun)] /Color [0 0 0 0 (d\nrun)]"),
-          Lines20("/F (a\nrun) /MainImage (b\rrun) /Tags [1 (c\r\nrun)] "
+         {Lines13("/F (a\nrun) /ID (b\rrun\f) /Tags [1 (c\r\nrun)] /Color [0 0 0 0 (d\nrun)]"),
+          Lines20("/F (a\nrun\f) /MainImage (b\rrun) /Tags [1 (c\r\nrun)] "
                   "/Inks [/monochrome (d\nrun) 1]")}) {
-        EXPECT_EQ(lines.find('\r'), std::string::npos) << lines;
+        EXPECT_EQ(lines.find_first_of("\r\f"), std::string::npos) << lines;
         for (std::size_t at = lines.find('\n'); at != std::string::npos; at = lines.find('\n', at + 1)) {
             EXPECT_TRUE(at + 1 == lines.size() || lines[at + 1] == '%') << lines;
         }
     }
+}
+
+// The digits of a hexadecimal string stand as they are, and may be anything.
+TEST(Opi, EscapesInParenthesesWhatIsNoString) {
+    EXPECT_EQ(Lines13("/Color [0 0 0 0 <) run (>]"), "%ALDImageColor: 0 0 0 0 (\\) run \\()\n");
+    EXPECT_EQ(Lines20("/Inks [/monochrome <a\\> 1] /Tags [1 <(> 2 (\\\n)]"),
+              "%%ImageInks: monochrome 1 (a\\\\) 1 \n"
+              "%%TIFFASCIITag: 1 (\\()\n%%TIFFASCIITag: 2 (\\ )\n");
+    EXPECT_EQ(Lines13("/Color [0 0 0 0 (a \\(b\\) (c))]"), "%ALDImageColor: 0 0 0 0 (a \\(b\\) (c))\n");
 }
 
 TEST(Opi, SkipsArraysOfAnotherLength) {
