@@ -40,7 +40,7 @@ void CharacterCollection::AppendSystemInfo(OutputPiece& text) const {
 }
 
 void CharacterCollection::AppendName(OutputPiece& text) const {
-    text.Append("/").Append(Token(registry)).Append("-").Append(Token(ordering)).Append(" ");
+    text.Append("/").Append(Token(registry + "-" + ordering)).Append(" ");
 }
 
 CIDFontResource::CIDFontResource(FontSource source, std::uint32_t kind, std::uint32_t programKey)

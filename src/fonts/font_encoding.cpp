@@ -50,6 +50,10 @@ std::vector<std::string> MergedNames(const DifferenceTable& base, PdfObject diff
 
 }  // namespace
 
+void AppendGlyphName(OutputPiece& piece, std::string_view name) {
+    piece.Append("/").Append(name).Append(name.empty() ? " " : "");
+}
+
 FontEncoding::FontEncoding(PdfObject value)
     : value_(value),
       base_(BaseOf(Is(value_.Get(), ObjectType::kDictionary) ? DictGet(value_.Get(), names::kBaseEncoding)
@@ -75,7 +79,7 @@ void FontEncoding::AppendOwnList(OutputPiece& piece) const {
         if (IsNumber(element.Get())) {
             piece.Append(" ").AppendInteger(IntegerOf(element.Get())).Append(" ");
         } else if (Is(element.Get(), ObjectType::kName)) {
-            piece.Append("/").Append(GlyphName(element.Get()));
+            AppendGlyphName(piece, GlyphName(element.Get()));
             if (++namesInLine == kNamesInLine) {
                 piece.Append("\n");
                 namesInLine = 0;
@@ -105,7 +109,7 @@ void FontEncoding::AppendMergedList(OutputPiece& piece) const {
             if (merged[code] == kSameName) {
                 break;
             }
-            piece.Append("/").Append(merged[code]);
+            AppendGlyphName(piece, merged[code]);
         }
     }
 }

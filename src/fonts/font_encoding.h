@@ -22,6 +22,10 @@ constexpr std::string_view kSameName = "SameName";
 using DifferenceTable = std::array<std::string_view, kCodes>;
 const DifferenceTable& DifferencesOf(BaseEncoding base);
 
+/// Appends a glyph's name in a list of names. Behind an empty one stands a blank: the two slashes of "//A"
+/// would have the device look A up, and run it.
+void AppendGlyphName(OutputPiece& piece, std::string_view name);
+
 class FontEncoding {
 public:
     /// `value` is the `Encoding` value: a name, a dictionary, or anything else, which leaves the font its own

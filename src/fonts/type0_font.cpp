@@ -4,6 +4,7 @@
 #include "api/error_record.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "ps/device_parameters.h"
 
 namespace zorvan {
 
@@ -56,13 +57,16 @@ Status Type0FontResource::WriteType0Text(CIDFontType2Resource& font) const {
 Status Type0FontResource::WriteComposingLine() const {
     OutputPiece line;
     AppendUse(line);
-    line.Append(" (").Append(descendant_->FontName()).Append("-T0) ");
+    const std::string name(descendant_->FontName());
+    AppendStringText(line.Append(" "), name + "-T0");
+    line.Append(" ");
     if (predefined_) {
         line.Append("/").Append(predefined_->Name()).Append(" ");
     } else {
         EmbeddedCMap()->AppendUse(line);
     }
-    line.Append(" [(").Append(descendant_->FontName()).Append(")] ");
+    AppendStringText(line.Append(" ["), name);
+    line.Append("] ");
     descendant_->Collection().AppendName(line);
     line.Append("[ /").Append(descendant_->Style()).Append(" ]  ");
     line.AppendUnsigned(predefined_ ? predefined_->WritingMode() : EmbeddedCMap()->WritingMode());

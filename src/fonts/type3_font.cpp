@@ -5,6 +5,7 @@
 #include <ctime>
 #include <random>
 #include <string>
+#include <string_view>
 
 #include "api/current_job.h"
 #include "content/drawn_names.h"
@@ -26,8 +27,12 @@ std::string RandomName() {
     return std::string(name.View());
 }
 
-std::string NameToken(std::uint32_t name) {
-    return CurrentNames().NameText(name, NameTextMode::kToken);
+/// A glyph's name. The words that stand between the glyphs' definitions get another one: in the dictionary
+/// that is being filled, the glyph would run in the place of the operator.
+std::string GlyphToken(std::uint32_t name) {
+    constexpr std::string_view kWords[] = {"bind", "def", "currentdict", "end"};
+    std::string token = CurrentNames().NameText(name, NameTextMode::kToken);
+    return std::ranges::find(kWords, token) == std::end(kWords) ? token : "$" + token;
 }
 
 /// Composes the 256 names of an encoding array, from code 0 on.
@@ -41,7 +46,7 @@ public:
             return;
         }
         ++position_;
-        piece_.Append("/").Append(NameToken(name));
+        AppendGlyphName(piece_, GlyphToken(name));
         if (++namesInLine_ == kNamesInLine) {
             piece_.Append("\n");
             namesInLine_ = 0;
@@ -165,7 +170,7 @@ Status Type3FontResource::WriteGlyphs(const ResourceScope* scope) const {
 
 Status Type3FontResource::WriteGlyph(std::uint32_t name, PdfObject contents, const ResourceScope* scope) {
     OutputPiece piece;
-    RETURN_IF_FAILED(piece.Append("/").Append(NameToken(name)).Append(" { save\n").Write());
+    RETURN_IF_FAILED(piece.Append("/").Append(GlyphToken(name)).Append(" { save\n").Write());
     RETURN_IF_FAILED(ContentInterpreter(scope, contents, ContentKind::kType3Glyph).Run());
     return WriteOutput("restore } bind def\n");
 }

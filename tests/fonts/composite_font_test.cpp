@@ -176,6 +176,27 @@ TEST(CompositeFont, HasItsCollectionEscapedInStringsAndAsOneTokenInTheName) {
     EXPECT_EQ(CountOf(name, "-"), 1) << name;
 }
 
+TEST(CompositeFont, EscapesItsNameInParenthesesWhenItIsNoString) {
+    PdfBuilder pdf = FontPage();
+    pdf.Object(10, "<< /Subtype /Type0 /DescendantFonts [11 0 R] /Encoding /Identity-H >>");
+    pdf.Object(11, "<< /BaseFont /Part#5C " + Kind0() + " >>");
+    EXPECT_EQ(DefinitionsOf(pdf),
+              "/N10 (Part\\-T0) /Identity-H  [(Part\\\\)] /Adobe-Japan1 [ /SansSerif ]  0 0 TZzero\n");
+}
+
+TEST(CompositeFont, HasItsCollectionAsOneTokenWhateverItHolds) {
+    const auto name = [](const std::string& registry, const std::string& ordering) {
+        const std::string info = "<< /Registry " + registry + " /Ordering " + ordering + " >>";
+        return Between(DefinitionsOf(CompositePage("/Subtype /CIDFontType0 /CIDSystemInfo " + info)),
+                       " [(Part)] ", " [ /SansSerif ]");
+    };
+    EXPECT_EQ(name("(A\nquit\tB)", "<0071756974>"), "/A$quit$B-$quit");
+    EXPECT_EQ(name("<418841717569740A>", "(x)"), "/A$Aquit$-x");
+    EXPECT_EQ(name("(" + std::string(100, 'r') + ")", "(" + std::string(100, 'o') + ")"),
+              "/" + std::string(100, 'r') + "-" + std::string(26, 'o'));
+    EXPECT_EQ(name("()", "()"), "/-");
+}
+
 TEST(CompositeFont, HasTheLongestNamesWhole) {
     const std::string name(126, 'x');  // the lexer takes no longer ones
     PdfBuilder pdf = FontPage();

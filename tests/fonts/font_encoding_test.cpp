@@ -13,6 +13,7 @@ namespace zorvan::test {
 namespace {
 
 using ::testing::EndsWith;
+using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 /// The list of a predefined encoding in a stored text, "[..]n TE", laid out by codes.
@@ -129,6 +130,15 @@ TEST(FontEncoding, TakesCodesAndNamesByReference) {
     PdfBuilder pdf = FontPage();
     pdf.Object(10, "<< /Subtype /Type1 /BaseFont /Foo /Encoding << /Differences [20 0 R 21 0 R] >> >>");
     EXPECT_EQ(DefinitionsOf(pdf.Object(20, "65").Object(21, "/A")), "[  65 /A\n/N10 /Foo -1 TZ\n");
+}
+
+// "//quit" would run where it stands.
+TEST(FontEncoding, KeepsAnEmptyGlyphNameApartFromTheNextName) {
+    EXPECT_EQ(ListFor("<< /Differences [65 / /quit / ] >>"), " 65 / /quit/ \n");
+    EXPECT_EQ(ListFor("<< /BaseEncoding /WinAnsiEncoding /Differences [255 / ] >>").find("//"),
+              std::string::npos);
+    EXPECT_THAT(ListFor("<< /BaseEncoding /WinAnsiEncoding /Differences [32 / /quit] >>"),
+                HasSubstr(" 32 / /quit"));
 }
 
 TEST(FontEncoding, WritesAGlyphNameAsOneToken) {

@@ -117,6 +117,21 @@ TEST(Type3Encoding, EndsAtTheLastCode) {
     EXPECT_EQ(EncodingOf("/Encoding << /Differences [300 /d] >>"), "\n256 nND\n");
 }
 
+TEST(Type3Encoding, KeepsAnEmptyNameApartFromTheNextName) {
+    EXPECT_EQ(EncodingOf("/Encoding << /Differences [/ /quit / ] >>"), "/ /quit/ \n253 nND\n");
+}
+
+// In the dictionary that holds the glyphs, they would run in the place of the operators that define them.
+TEST(Type3Glyphs, AreNotNamedLikeTheWordsBetweenThem) {
+    const std::string font = FontOf(
+        "/Name /T3 /Encoding << /Differences [/bind /def /currentdict /end /ends] >> /CharProcs << "
+        "/bind 12 0 R /def 12 0 R /currentdict 12 0 R /end 12 0 R /ends 12 0 R >>");
+    EXPECT_THAT(font, HasSubstr("/Encoding [/$bind/$def/$currentdict/$end/ends\n251 nND\n"));
+    for (const std::string name : {"$bind", "$def", "$currentdict", "$end", "ends"}) {
+        EXPECT_THAT(font, HasSubstr("\n/" + name + " { save\n"));
+    }
+}
+
 TEST(Type3Glyphs, AreCountedWithTheNotdefThatTheFontLacks) {
     EXPECT_THAT(FontOf("/Name /T3 /CharProcs << /a 12 0 R /b 12 0 R /c 12 0 R >>"),
                 HasSubstr("\n/GlyphProcs 4 dict begin\n/.notdef {250 0 d0} bind def\n/a { save\n"));
