@@ -70,21 +70,21 @@ private:
 };
 
 /// True for braces that match, the outermost pair around everything but white space and whole comments.
-/// Strings, which could hide a brace, are not part of these programs.
+/// Strings and binary tokens, which could hide a brace, are not part of these programs.
 bool IsOneProcedure(Bytes program) {
     int depth = 0;
     bool closed = false;
     bool comment = false;
     for (const std::uint8_t letter : program) {
         if (comment) {
-            comment = letter != '\n' && letter != '\r';
+            comment = letter != '\n' && letter != '\r' && letter != '\f';
             continue;
         }
         comment = letter == '%';
         depth += letter == '{' ? 1 : letter == '}' ? -1 : 0;
         const bool blank = letter <= ' ' || comment;
         const bool misplaced = (closed && !blank) || (depth == 0 && letter != '}' && !blank) || depth < 0;
-        if (misplaced || letter == '(' || letter == '<') {
+        if (misplaced || letter == '(' || letter == '<' || letter >= 0x80) {
             return false;
         }
         closed = closed || (letter == '}' && depth == 0);

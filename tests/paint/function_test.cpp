@@ -168,6 +168,16 @@ TEST_F(FunctionText, OfAProgramWithoutItsBracesLeavesAProgramThatTheDeviceRuns) 
     }
 }
 
+// A form feed ends a comment, and a binary token may hide a brace.
+TEST_F(FunctionText, OfAProgramWhoseBracesOnlySeemToMatchFails) {
+    for (const std::string program : {"{%\f} quit {\n}", "{ \x8E\x01{ } quit }", "{ \x80 }"}) {
+        EXPECT_EQ(StatusOf(kProcedure, Calculator(program)), Status::kDecodeError) << program;
+        EXPECT_THAT(Pieces::Joined(), Not(HasSubstr("defineRes")));
+    }
+    EXPECT_EQ(Function(kProcedure, Calculator("{ dup%\x80}\f mul }")),
+              "/N10 { dup%\x80}\f mul } bind\n/Function defineRes pop\n");
+}
+
 // --- which function it is ---
 
 TEST_F(FunctionText, OfAnotherTypeIsNone) {
