@@ -18,17 +18,6 @@ constexpr std::string_view kPredefined[] = {
 
 constexpr std::size_t kStorageBlock = 16384;
 
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char letter : text) {
-        if (letter == '\\' || letter == '(' || letter == ')') {
-            escaped += '\\';
-        }
-        escaped += letter;
-    }
-    return escaped;
-}
-
 /// True for what ends a name on a device: white space and other control characters, delimiters, and the bytes
 /// that begin a binary token (PLRM 3.14.1), by which a name could go on as a program of its own.
 bool EndsName(char letter) {
@@ -45,6 +34,17 @@ std::string AsToken(std::string_view text) {
 }
 
 }  // namespace
+
+std::string EscapedText(std::string_view text) {
+    std::string escaped;
+    for (const char letter : text) {
+        if (letter == '\\' || letter == '(' || letter == ')') {
+            escaped += '\\';
+        }
+        escaped += letter;
+    }
+    return escaped;
+}
 
 void NameTable::Fill() {
     texts_.assign(std::begin(kPredefined), std::end(kPredefined));
@@ -91,7 +91,7 @@ std::string_view NameTable::PlainText(std::uint32_t identifier) const {
 
 std::string NameTable::NameText(std::uint32_t identifier, NameTextMode mode, std::size_t limit) const {
     const std::string_view text = PlainText(identifier).substr(0, limit);
-    return mode == NameTextMode::kString ? Escaped(text) : AsToken(text);
+    return mode == NameTextMode::kString ? EscapedText(text) : AsToken(text);
 }
 
 }  // namespace zorvan

@@ -25,9 +25,12 @@ enum PredefinedName : std::uint32_t {
 static_assert(kAfterPredefined == 351);
 }  // namespace names
 
+/// A text for the inside of a PostScript string: with a backslash before every backslash and parenthesis.
+std::string EscapedText(std::string_view text);
+
 /// How a name goes into the output.
 enum class NameTextMode {
-    kString,  // inside a PostScript string: a backslash before every backslash and parenthesis
+    kString,  // inside a PostScript string: escaped
     kToken,   // behind a "/": what would end the name on the device becomes `$`, so that it reads one token
               // and no program
 };

@@ -68,23 +68,21 @@ bool IsCompleteString(std::string_view text) {
     return depth == 0 && !escaped;
 }
 
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char letter : text) {
-        const bool special = letter == '\\' || letter == '(' || letter == ')';
-        escaped.append(special ? "\\" : "").push_back(letter);
-    }
-    return escaped;
+/// True for a "%" by which a string could be cut, so that what is behind it would run: at the beginning of a
+/// line programs look for comments, and the prolog ends a CMap at this one, wherever it stands.
+bool LooksLikeComment(std::string_view text, std::size_t percent) {
+    const bool begins = percent > 0 && (text[percent - 1] == '\n' || text[percent - 1] == '\r');
+    const bool second = percent > 0 && text[percent - 1] == '%';
+    return begins || (second && text.substr(percent).starts_with("%EndResource"));
 }
 
-/// Appends what stands between parentheses. In front of a "%" that begins a line comes a backslash, which the
-/// device drops: a program that cuts documents at their comments would cut the string, and what is behind the
-/// cut would run.
+/// Appends what stands between parentheses, with a backslash, which the device drops, in front of what looks
+/// like a comment.
 void AppendBetweenParentheses(OutputPiece& piece, std::string_view text) {
     std::size_t written = 0;
     for (std::size_t percent = text.find('%'); percent != std::string_view::npos;
          percent = text.find('%', percent + 1)) {
-        if (percent > 0 && (text[percent - 1] == '\n' || text[percent - 1] == '\r')) {
+        if (LooksLikeComment(text, percent)) {
             piece.Append(text.substr(written, percent - written)).Append("\\");
             written = percent;
         }
@@ -140,7 +138,7 @@ std::string TextOfString(PdfObject string) {
 }
 
 std::string AsStringText(std::string_view text) {
-    return IsCompleteString(text) ? std::string(text) : Escaped(text);
+    return IsCompleteString(text) ? std::string(text) : EscapedText(text);
 }
 
 void AppendStringText(OutputPiece& piece, std::string_view text) {

@@ -15,9 +15,9 @@ bool BelongsIntoHexadecimal(std::uint8_t byte);
 /// Appends a filter's parameters as a dictionary, the keys as the file spells them; null for anything else.
 void AppendFilterParameters(OutputPiece& piece, PdfObject dictionary);
 
-/// Appends a string between its delimiters, in the very form in which it stands in the file; only a "%" that
-/// begins a line gets a backslash. What is neither digit nor white space in a hexadecimal string is left out:
-/// it would end the job on the device. Empty parentheses for anything else.
+/// Appends a string between its delimiters, in the very form in which it stands in the file; only what
+/// looks like a comment in it gets a backslash. What is neither digit nor white space in a hexadecimal string
+/// is left out: it would end the job on the device. Empty parentheses for anything else.
 void AppendStringObject(OutputPiece& piece, PdfObject string);
 
 /// The text of a string as it stands in the file, escapes and all; hexadecimal digits as the bytes that they
@@ -28,7 +28,7 @@ std::string TextOfString(PdfObject string);
 /// with a backslash before every backslash and parenthesis.
 std::string AsStringText(std::string_view text);
 
-/// Appends it, parentheses and all. A "%" that begins a line gets a backslash.
+/// Appends it, parentheses and all. What looks like a comment in it gets a backslash.
 void AppendStringText(OutputPiece& piece, std::string_view text);
 
 /// Appends a key that the library knows, as a name with a blank behind it.

@@ -127,7 +127,7 @@ TEST(TextStrings, InHexadecimalStayHexadecimalWhenTheyBeginWithATilde) {
     EXPECT_EQ(Become("< ~48> Tj"), "< 48> Tj\n");
 }
 
-TEST(TextStrings, HaveABackslashBeforeAPercentThatBeginsALine) {
+TEST(TextStrings, HaveABackslashBeforeWhatLooksLikeAComment) {
     EXPECT_EQ(Become("(a\n%%Page: 6 6\nquit\n\\)) Tj"), "(a\n\\%%Page: 6 6\nquit\n\\)) Tj\n");
     EXPECT_EQ(Become("[(%%a) (\r%%EOF)] TJ"), "[(%%a)(\r\\%%EOF)] TJ\n");
 }

@@ -40,11 +40,14 @@ TEST(StringText, IsEscapedWhenItIsNone) {
     EXPECT_EQ(Written("(a)) quit ("), "(\\(a\\)\\) quit \\()");
 }
 
-// A program that cuts a document at its comments would else cut the string.
-TEST(StringText, HasABackslashBeforeAPercentThatBeginsALine) {
+// A program that cuts a document at its comments would else cut the string, and the prolog a CMap.
+TEST(StringText, HasABackslashBeforeWhatLooksLikeAComment) {
     EXPECT_EQ(Written("a\n%%Page: 6 6\rb\r\n%!c\n\n%"), "(a\n\\%%Page: 6 6\rb\r\n\\%!c\n\n\\%)");
     EXPECT_EQ(Written("a\\\n%b"), "(a\\\n\\%b)");
     EXPECT_EQ(Written(")\n%%EOF"), "(\\)\n\\%%EOF)");
+    EXPECT_EQ(Written("a%%EndResource b%%EndResourc%"), "(a%\\%EndResource b%%EndResourc%)");
+    EXPECT_EQ(Written("%%%EndResource%EndResource"), "(%%\\%EndResource%EndResource)");
+    EXPECT_EQ(Written("\n%%EndResource"), "(\n\\%\\%EndResource)");
     EXPECT_EQ(Written("%%a %b\t%\f%\n a%"), "(%%a %b\t%\f%\n a%)");
 }
 
