@@ -17,8 +17,53 @@
 namespace zorvan {
 namespace {
 
+bool IsBlank(std::uint8_t byte) {
+    return IsPdfWhitespace(byte) && byte != '\b';  // which is none in PostScript
+}
+
 bool IsBase85(std::uint8_t byte) {
-    return (byte >= '!' && byte <= 'u') || byte == 'z' || IsPdfWhitespace(byte);
+    return (byte >= '!' && byte <= 'u') || byte == 'z' || IsBlank(byte);
+}
+
+/// Digits of one number of four bytes; a shorter last one is filled up as the device does it.
+class Base85Number {
+public:
+    /// False when it is no such number.
+    bool Take(unsigned digit) {
+        value_ = value_ * 85 + digit;
+        count_ = (count_ + 1) % 5;
+        const bool fits = value_ <= 0xFFFFFFFFU;
+        value_ = count_ == 0 ? 0 : value_;
+        return fits;
+    }
+    [[nodiscard]] bool HasBegun() const { return count_ != 0; }
+    bool End() {
+        bool fits = count_ != 1;
+        while (HasBegun() && fits) {
+            fits = Take(84);
+        }
+        return fits;
+    }
+
+private:
+    std::uint64_t value_ = 0;
+    unsigned count_ = 0;
+};
+
+/// The device ends the job at digits that are no numbers.
+bool AreBase85Numbers(Bytes digits) {
+    Base85Number number;
+    for (const std::uint8_t digit : digits) {
+        const bool zeros = digit == 'z';
+        if (!IsBlank(digit) && (zeros ? number.HasBegun() : !number.Take(digit - unsigned{'!'}))) {
+            return false;
+        }
+    }
+    return number.End();
+}
+
+bool AreDigits(Bytes /*digits*/) {
+    return true;
 }
 
 /// A table in an ASCII form that PostScript strings have, too.
@@ -27,18 +72,21 @@ struct AsciiForm {
     std::string_view begin;
     std::string_view end;
     bool (*belongs)(std::uint8_t byte);
+    bool (*isWhole)(Bytes digits);
 };
 
 constexpr AsciiForm kAsciiForms[] = {
-    {names::kASCII85Decode, "<~", "~>", IsBase85},
-    {names::kASCIIHexDecode, "<", ">", BelongsIntoHexadecimal},
+    {names::kASCII85Decode, "<~", "~>", IsBase85, AreBase85Numbers},
+    {names::kASCIIHexDecode, "<", ">", BelongsIntoHexadecimal, AreDigits},
 };
 
 /// True for data that is such a string up to its end: the device would run anything else as a program.
 bool CanBeCopied(Bytes data, const AsciiForm& form) {
     const auto end = std::ranges::find_if_not(data, form.belongs);
-    const Bytes rest = data.subspan(static_cast<std::size_t>(end - data.begin()));
-    return rest.size() >= form.end.size() && std::equal(form.end.begin(), form.end.end(), rest.begin()) &&
+    const auto digits = static_cast<std::size_t>(end - data.begin());
+    const Bytes rest = data.subspan(digits);
+    return form.isWhole(data.first(digits)) && rest.size() >= form.end.size() &&
+           std::equal(form.end.begin(), form.end.end(), rest.begin()) &&
            std::ranges::all_of(rest.subspan(form.end.size()), IsPdfWhitespace);
 }
 

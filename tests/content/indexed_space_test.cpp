@@ -121,6 +121,20 @@ TEST(IndexedSpace, NeverLetsAForeignByteThroughAsItStands) {
     }
 }
 
+// The largest number is "s8W-!"; "z" stands for four zeros and not inside a number.
+TEST(IndexedSpace, NeverLetsDigitsThroughThatAreNoNumbers) {
+    const auto output = [](const std::string& table) {
+        return Convert(IndexedPage("/DeviceGray 3", table, "/Filter /ASCII85Decode").Bytes()).output;
+    };
+    for (const std::string table : {"s8W-!~>", "z~>", "!!!!!z!!~>", "s8W-!rr~>", "!!\f!!\t!~>"}) {
+        EXPECT_THAT(output(table), HasSubstr("3\n<~" + table)) << table;
+    }
+    for (const std::string table :
+         {"s8W-\"~>", "uuuuu~>", "!!z!!!~>", "!!!!!!~>", "!!!!!uu~>", "!!\b!!!~>", "!! ZRUN !!!s8~>"}) {
+        EXPECT_THAT(output(table), Not(HasSubstr("<~" + table))) << table;
+    }
+}
+
 TEST(IndexedSpace, FailsThePageForATableThatIsNoStream) {
     for (const std::string table :
          {"<000000FFFFFF>", "(abcdef)", "5", "null", "/T", "<< >>", "99 0 R", "12 0 R"}) {
