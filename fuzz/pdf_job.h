@@ -4,12 +4,9 @@
 #include <cstdint>
 #include <memory>
 #include <span>
-#include <string>
-
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include "api/job.h"
+#include "fuzz/memory_file.h"
 #include "fuzz/require.h"
 
 namespace zorvan::fuzz {
@@ -35,11 +32,10 @@ class InputFile {
 public:
     explicit InputFile(std::span<const std::uint8_t> bytes) {
         JobContext& job = BegunJob();
-        static const int descriptor = memfd_create("input", 0);
-        Require(ftruncate(descriptor, static_cast<off_t>(bytes.size())) == 0);
-        Require(pwrite(descriptor, bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()));
+        static const MemoryFile file;
+        file.Write(bytes);
         job.file = std::make_unique<FileContext>(nullptr, nullptr, job.factories);
-        status_ = job.file->pdf.OpenPdfFile("/proc/self/fd/" + std::to_string(descriptor));
+        status_ = job.file->pdf.OpenPdfFile(file.Path());
     }
     ~InputFile() { CurrentJob()->CloseFile(); }
     InputFile(const InputFile&) = delete;
