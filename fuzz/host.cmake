@@ -1,4 +1,4 @@
-# The exported functions: whole files through them.
+# The exported functions: whole files through them, and any order of them.
 
 # The first seeds are made from templates: those of the goldens, which use every kind of resource, and broken ones.
 set(expanded_seeds ${PROJECT_BINARY_DIR}/seeds/whole_file)
@@ -24,5 +24,10 @@ add_custom_target(expanded_seeds DEPENDS ${seeds})
 
 zorvan_fuzz_target(whole_file SOURCES ${PROJECT_SOURCE_DIR}/fuzz/whole_file.cpp LIBRARIES zorvan_core
   SEEDS ${expanded_seeds} ${PROJECT_SOURCE_DIR}/fuzz/seeds/pdf_file)
-zorvan_fuzz_job(whole_file)
-add_dependencies(whole_file expanded_seeds)
+zorvan_fuzz_target(call_order SOURCES ${PROJECT_SOURCE_DIR}/fuzz/call_order.cpp LIBRARIES zorvan_core)
+foreach(target whole_file call_order)
+  zorvan_fuzz_job(${target})
+  target_compile_definitions(${target} PRIVATE
+    SEEDS="${PROJECT_SOURCE_DIR}/fuzz/seeds" EXPANDED_SEEDS="${expanded_seeds}")
+  add_dependencies(${target} expanded_seeds)
+endforeach()
