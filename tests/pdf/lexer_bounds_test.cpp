@@ -1,44 +1,14 @@
 // The scanner on input that ends where readable memory ends, and its progress over arbitrary bytes.
-#include <algorithm>
 #include <random>
 #include <string>
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include "api/current_job.h"
-#include "pdf/describe.h"
 #include "pdf/lexer.h"
+#include "support/guarded_buffer.h"
 #include "support/job_fixture.h"
 
 namespace zorvan::test {
 namespace {
-
-/// Bytes whose end is the end of a page, with a page behind it that may not be touched.
-class GuardedBytes {
-public:
-    GuardedBytes() {
-        void* pages = mmap(nullptr, 2 * page_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        start_ = pages == MAP_FAILED ? nullptr : static_cast<std::uint8_t*>(pages);
-        ready_ = start_ != nullptr && mprotect(start_ + page_, page_, PROT_NONE) == 0;
-    }
-    ~GuardedBytes() { munmap(start_, 2 * page_); }
-    GuardedBytes(const GuardedBytes&) = delete;
-    GuardedBytes& operator=(const GuardedBytes&) = delete;
-
-    [[nodiscard]] bool Ready() const { return ready_; }
-    /// The text, which must be no longer than a page, at the edge.
-    std::span<const std::uint8_t> Put(std::string_view text) {
-        std::uint8_t* place = start_ + page_ - text.size();
-        std::ranges::copy(BytesOf(text), place);
-        return {place, text.size()};
-    }
-
-private:
-    std::size_t page_ = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-    std::uint8_t* start_ = nullptr;
-    bool ready_ = false;
-};
 
 class LexerBounds : public JobTest {
 protected:
@@ -88,7 +58,7 @@ TEST_F(LexerBounds, ReadsNoByteBehindTheInputHoweverItIsCut) {
         std::string(64, '-'),
         std::string("\0\b\t ", 4),
     };
-    GuardedBytes guarded;
+    GuardedBuffer guarded(300);
     ASSERT_TRUE(guarded.Ready());
     for (const std::string& seed : seeds) {
         for (std::size_t length = 0; length <= seed.size(); ++length) {
@@ -100,7 +70,7 @@ TEST_F(LexerBounds, ReadsNoByteBehindTheInputHoweverItIsCut) {
 TEST_F(LexerBounds, GetsToTheEndOfRandomBytes) {
     constexpr std::string_view kTelling("()<>[]{}/%#\\+-.019 \0\b\r\nendobjR", 31);
     std::mt19937 random(20);
-    GuardedBytes guarded;
+    GuardedBuffer guarded(300);
     ASSERT_TRUE(guarded.Ready());
     for (int run = 0; run < 3000; ++run) {
         std::string text(random() % 300, '\0');

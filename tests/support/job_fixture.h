@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include <gtest/gtest.h>
@@ -24,11 +25,13 @@ protected:
     /// Makes these bytes the current file, in place of the one before, and reads its structure. Unlike
     /// ZORVAN_OneFileBegin it builds no page list and writes nothing, and a file that does not open stays
     /// current.
-    static Status Open(std::string_view bytes) {
+    static Status Open(std::string_view bytes) { return OpenPath(TemporaryFile(bytes).Path()); }
+    /// The same with a file that is there already.
+    static Status OpenPath(const std::string& path) {
         JobContext& job = *CurrentJob();
         job.CloseFile();
         job.file = std::make_unique<FileContext>(Pieces::Take, nullptr, job.factories);
-        return job.file->pdf.OpenPdfFile(TemporaryFile(bytes).Path());
+        return job.file->pdf.OpenPdfFile(path);
     }
 
     static const PdfFile& File() { return CurrentJob()->file->pdf; }
