@@ -235,6 +235,15 @@ TEST(InlineImage, WithTwoFiltersKeepsTheFirstAsItsText) {
                 HasSubstr("\n/Filter [/ASCII85Decode /RunLengthDecode /RunLengthDecode]\nID\n"));
 }
 
+TEST(InlineImage, OfAsciiDataInsideOtherDataNamesBothFilters) {
+    // run length of hexadecimal digits, and those of ASCII85
+    EXPECT_THAT(Image(kGray2 + "/F [/RL /AHx]", "\x04" + "6162>\x80"s),
+                HasSubstr("\n/Filter [/ASCII85Decode /RunLengthDecode /ASCIIHexDecode]\nID\n"));
+    EXPECT_THAT(
+        Image(kGray2 + "/F [/AHx /A85]", "403A427E3E>"),
+        HasSubstr("\n/Filter [/ASCIIHexDecode /ASCII85Decode]\nID\n/DataSource {{<403A427E3E>} 0 get}"));
+}
+
 TEST(InlineImage, WithAFilterThatPostScriptLacksIsPassedOver) {
     EXPECT_EQ(Image(kGray2 + "/F /JPX", "abc"), "");
     EXPECT_EQ(Image(kGray2 + "/F [/A85 /JBIG2Decode]", "@:B~>"), "");
@@ -278,6 +287,23 @@ TEST(InlineImage, MayHoldTheLettersOfItsEnd) {
     EXPECT_THAT(DataOf(Image("/W 12 /H 1 /BPC 8 /CS /G /F /RL", data)), StartsWith(data));
     const std::string stored = "\x78\x01\x01\x0C\x00\xF3\xFF"s + "ab\nEI Q\n1 w " + "\x13\x11\x02\xBF";
     EXPECT_THAT(DataOf(Image("/W 12 /H 1 /BPC 8 /CS /G /F /Fl", stored)), StartsWith(stored));
+}
+
+TEST(InlineImage, OfWholeDataEndsAtAnEndThatFollowsDirectly) {
+    const std::string flate = Become("BI " + kGray2 + "/F /Fl ID " + kFlate + "EI 1 w");
+    EXPECT_EQ(DataOf(flate), kFlate);
+    EXPECT_THAT(flate, EndsWith("} 0 get}\nEI\n1 w\n"));
+    // One stored block of 12 bytes that hold the letters, too: what stands before these is not all of the
+    // image.
+    const std::string stored = "\x78\x01\x01\x0C\x00\xF3\xFF"s + "abEI Qcdefgh" + "\x19\x8A\x04\x24";
+    const std::string image = Become("BI /W 12 /H 1 /BPC 8 /CS /G /F /Fl ID " + stored + "EI 1 w");
+    EXPECT_EQ(DataOf(image), stored);
+    EXPECT_THAT(image, EndsWith("} 0 get}\nEI\n1 w\n"));
+}
+
+TEST(InlineImage, OfDamagedDataWithoutAnOrdinaryEndTakesAllThatFollows) {
+    const std::string content = Become("BI " + kGray2 + "/F /Fl ID damagedEI 1 w");
+    EXPECT_EQ(DataOf(content), "damagedEI 1 w");
 }
 
 TEST(InlineImage, BeginsBehindOneWhiteSpace) {
@@ -348,6 +374,10 @@ TEST(InlineImage, WithoutItsBeginningIsPassedOver) {
 
 TEST(InlineImage, TakesEntriesOfTheStackOnlyBehindItsBeginning) {
     EXPECT_THAT(Become("9 BI " + kGray2 + "ID ab EI w"), EndsWith("} 0 get}\nEI\n9 w\n"));
+}
+
+TEST(InlineImage, PassesOverWhatStandsBeforeItsPairs) {
+    EXPECT_EQ(Become("BI (stray) " + kGray2 + "ID ab EI 1 w"), Become("BI " + kGray2 + "ID ab EI 1 w"));
 }
 
 TEST(InlineImage, OfMuchDataIsAnArrayOfStrings) {

@@ -29,6 +29,25 @@ TEST(Form, WithoutMatrixAndTypeIsDefinedWithTheDefaults) {
     EXPECT_EQ(page.content, "q\n/N10 /Form findRes EF\nQ\n");
 }
 
+std::string Repeated(std::string_view text, std::size_t times) {
+    std::string all;
+    for (; times > 0; --times) {
+        all += text;
+    }
+    return all;
+}
+
+// A device takes no procedure of more than 65,535 elements.
+TEST(Form, OfMoreOperatorsThanAProcedureHoldsIsRunPieceByPiece) {
+    const std::string most = Repeated("n\n", 60000);
+    EXPECT_EQ(Draw(DrawingPage("/X Do").Stream(10, most, kForm)).setup, FormDefined("N10", most));
+    // Each piece begins with "{" and a line end, and ends behind 32,768 bytes.
+    const std::string piece = "{\n" + Repeated("n\n", 16383) + "} exec\n";
+    const std::string pieces =
+        piece + piece + piece + "{\n" + Repeated("n\n", 60001 - 3 * 16383) + "} exec\n";
+    EXPECT_EQ(Draw(DrawingPage("/X Do").Stream(10, most + "n", kForm)).setup, FormDefined("N10", pieces));
+}
+
 TEST(Form, KeepsItsTypeBoxAndMatrix) {
     const Drawing page = Draw(DrawingPage("n").Stream(
         10, "", "/Subtype /Form /FormType 2 /BBox [-1 -2.50 10.0 1e1] /Matrix [2 0 0 .5 -10 20.25]"));

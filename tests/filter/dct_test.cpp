@@ -12,6 +12,7 @@
 namespace zorvan::filter {
 namespace {
 
+using namespace std::string_literals;
 using namespace std::string_view_literals;
 using testing::StartsWith;
 
@@ -65,6 +66,16 @@ TEST(DctDecoder, TurnsFourComponentsIntoCmykIfTheAdobeMarkerDemands) {
     ExpectColors({.adobeTransform = 1}, ycck, "\x01\xFF\xFF\xC8");
     ExpectColors({.adobeTransform = 0}, ycck, ycck);
     ExpectColors({}, ycck, ycck);
+}
+
+// Cameras put more in front of their pictures than is read at once.
+TEST(DctDecoder, PassesOverLongComments) {
+    const JpegForm form{.width = 19, .height = 11, .components = 1};
+    const std::string picture = PlainPicture(form, "\x64");
+    std::string file = MakeJpeg(form, picture);
+    file.insert(2, "\xFF\xFE\x75\x30"s + std::string(0x7530 - 2, 'c'));
+    EXPECT_EQ(DecodeDct(file), Whole(picture));
+    EXPECT_EQ(DecodeDct(file.substr(0, 20000)), Whole(""));  // cut short: an ordinary end
 }
 
 TEST(DctDecoder, LeavesTwoComponentsAlone) {

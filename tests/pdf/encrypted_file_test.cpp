@@ -511,6 +511,11 @@ TEST(EncryptedString, NamesAHalftoneByItsBytesAsTheyAre) {
     EXPECT_EQ(HalftoneNamed("Fine (60)"), "(Fine (60))");
 }
 
+TEST(EncryptedString, EscapesWhatWouldNotStandInParentheses) {
+    EXPECT_EQ(HalftoneNamed("a)b"), "(a\\)b)");
+    EXPECT_EQ(HalftoneNamed("a(b\\c\rd"), "(a\\(b\\\\c\\rd)");
+}
+
 TEST(EncryptedString, NamesTheFileOfAnOpiComment) {
     PdfBuilder pdf = EncryptedPage(Open(), "/X Do", "/Resources << /XObject << /X 10 0 R >> >>");
     pdf.Stream(10, Open().Encrypted("7 w", 10),
