@@ -1,12 +1,15 @@
 // The token loop, the stack, the keywords that build objects, and which streams a content is made of.
 #include "content/interpreter.h"
 
+#include <new>
 #include <string>
 
 #include <gmock/gmock.h>
 
 #include "api/session.h"
+#include "content/color_state.h"
 #include "pdf/operand_stack.h"
+#include "platform/limits.h"
 #include "support/host.h"
 #include "support/job_fixture.h"
 #include "support/pdf_builder.h"
@@ -337,6 +340,24 @@ TEST_F(OperandStackTest, ForgetsAMarkThatIsDropped) {
     stack.DropToMark();
     EXPECT_EQ(stack.Count(), 0U);
     EXPECT_EQ(stack.Marks(), 0U);
+}
+
+// A content of many megabytes could otherwise ask for gigabytes.
+TEST(OperandStack, HoldsNoMoreThanItsLimit) {
+    OperandStack stack;
+    for (std::uint32_t i = 0; i < limits::kOperands; ++i) {
+        stack.Push(OwnedObject(MakeInteger(1)));
+    }
+    EXPECT_THROW(stack.Push(OwnedObject(MakeInteger(1))), std::bad_alloc);
+    EXPECT_EQ(stack.Count(), limits::kOperands);
+}
+
+TEST(ColorStateStack, HoldsNoMoreThanItsLimit) {
+    ColorStateStack states;
+    for (std::uint32_t i = 1; i < limits::kSavedColorStates; ++i) {
+        states.Push();
+    }
+    EXPECT_THROW(states.Push(), std::bad_alloc);
 }
 
 class ContentMemory : public JobTest {};
