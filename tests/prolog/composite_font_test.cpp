@@ -308,6 +308,28 @@ TEST(MissingFont, IsNotReplacedByOneOfTheDocument) {
     EXPECT_TRUE(IsBlank(Substituted("", kJapanese, CIDFont("Device-Mincho", "<000000010002>\n", "Japan1"))));
 }
 
+/// The squares as a font of the device.
+std::string DeviceProgram(const std::string& name) {
+    const std::string definition = "definefont pop\n";
+    std::string font = CIDFont(name, "<000000010002>\n", "Japan1");
+    return font.erase(font.size() - definition.size()) + "/CIDFont defineresource pop end\n";
+}
+
+// What a file says of the places of glyphs, or does not say, holds for fonts that it does not carry, too.
+TEST(MissingFont, WritesDownAsAFontOfTheDocumentDoes) {
+    for (const std::string name : {"Adobe-Japan1", "Device-Gothic", "Missing"}) {
+        const Line down{.font = "Missing", .cmap = "/Identity-V ", .collection = "/Adobe-Japan1", .mode = 1};
+        const Picture page = PrologJob()
+                                 .Before(DeviceProgram(name))
+                                 .Page("BT /N5 20 Tf 50 80 Td <000100020001> Tj ET", Composing(down))
+                                 .Paint()
+                                 .at(0);
+        EXPECT_TRUE(IsSquare(page, 40, 62, 12)) << name;
+        EXPECT_TRUE(IsSquare(page, 45, 42, 6)) << name;
+        EXPECT_TRUE(IsSquare(page, 40, 22, 12)) << name;
+    }
+}
+
 /// A page with text in a font that nobody has.
 Picture StoodIn(const Line& line, const std::string& content) {
     Line missing = line;
