@@ -196,3 +196,52 @@ write("font_type1", {
     "pfb_length_of_four_billion": declared(0, 0, b"\x80\x01\xff\xff\xff\xff" + CLEAR),
     "pfb_empty": declared(0, 0, segment(1, b"")),
 })
+
+
+# --- Composite fonts: a CMap behind flags and its name; a CID-keyed font behind flags and the lengths of its parts.
+
+DOWNWARDS, OF_ITSELF, NAMELESS = 1, 2, 4
+CMAP = b"""/CIDInit /ProcSet findresource begin 12 dict begin begincmap
+/CMapName /Own def 1 begincodespacerange <0000> <ffff> endcodespacerange
+1 begincidrange <0020> <007e> 1 endcidrange endcmap
+CMapName currentdict /CMap defineresource pop end end"""
+
+
+def named(flags, name, program=CMAP):
+    return bytes([flags, len(name)]) + name + program
+
+
+write("font_cmap", {
+    "named": named(0, b"Own"),
+    "downwards": named(DOWNWARDS, b"Own-V"),
+    "of_itself": named(OF_ITSELF, b"Own"),
+    "nameless": named(NAMELESS, b""),
+    "odd_name": named(0, b"a (b) /c\n%%EndResource\0"),
+    "empty_name": named(0, b""),
+    "within_comments": named(0, b"Own", b"%!PS\n%%BeginResource: CMap (Own)\n" + CMAP + b"\n%%EndResource\n%%EOF\n"),
+    "no_cmap": named(0, b"Own", b"quit"),
+    "nothing": b"",
+})
+
+MAPPED, DOWN, BY_UNICODE, REPEATED = 1, 2, 4, 8
+
+
+def keyed(flags, places=b"", widths=b"", program=numbered(glyphs=3, places=4, long_offsets=0)[1:]):
+    return bytes([flags]) + words(len(places)) + bytes([len(widths)]) + places + widths + program
+
+
+write("font_cid", {
+    "numbered": keyed(0, widths=b"1 [500 600] 3 4 1000"),
+    "downwards": keyed(DOWN),
+    "by_unicode": keyed(BY_UNICODE),
+    "mapped": keyed(MAPPED, places=words(0, 2, 1)),
+    "mapped_to_nothing": keyed(MAPPED),
+    "mapped_by_half": keyed(MAPPED, places=b"\0\1\2"),
+    "mapped_beyond": keyed(MAPPED | DOWN, places=words(0, 0xFFFF, 9, 9)),
+    "two_strings": keyed(MAPPED | REPEATED, places=words(*range(600))),
+    "most_entries": keyed(MAPPED | REPEATED, places=words(*range(1200))),
+    "many_glyphs": keyed(0, program=numbered(glyphs=900, places=901, long_offsets=0)[1:]),
+    "no_program": keyed(0, program=b""),
+    "no_locations": keyed(0, program=true_type({"head": head(), "maxp": maxp(3)})[1:]),
+    "open_widths": keyed(0, widths=b"<< /A [ 1 ("),
+})
