@@ -48,13 +48,37 @@ std::optional<std::array<std::string_view, 2>> ReadUse(std::string_view line) {
     return std::array{operands->substr(0, firstEnd), second.substr(1)};
 }
 
+bool IsKeyedByNumber(FontKind kind) {
+    return kind == FontKind::kCIDCompact || kind == FontKind::kCIDTrueType;
+}
+
+// The two names of a line "/resource (font-T0) .. TZzero", null when the line is no such line.
+std::optional<std::array<std::string_view, 2>> ReadCompositeUse(std::string_view line) {
+    constexpr std::string_view kSuffix = "-T0";
+    const auto operands = Between(line, "/", " TZzero");
+    if (!operands) {
+        return std::nullopt;
+    }
+    // Neither name holds a blank or a bracket.
+    const std::size_t resourceEnd = operands->find(" (");
+    const std::size_t fontEnd = operands->find(") ");
+    if (resourceEnd == std::string_view::npos || fontEnd == std::string_view::npos || fontEnd < resourceEnd) {
+        return std::nullopt;
+    }
+    const std::string_view font = operands->substr(resourceEnd + 2, fontEnd - resourceEnd - 2);
+    if (!font.ends_with(kSuffix)) {
+        return std::nullopt;
+    }
+    return std::array{operands->substr(0, resourceEnd), font.substr(0, font.size() - kSuffix.size())};
+}
+
 }  // namespace
 
 void FontFinder::Restart(State state) {
     state_ = state;
     lines_ = LineScanner();
     program_.reset();
-    isInProgram_ = false;
+    block_ = Block::kNone;
     announced_.reset();
     compactLeft_ = 0;
 }
@@ -112,39 +136,57 @@ void FontFinder::TakeClip(std::string_view line) {
 }
 
 void FontFinder::TakeSetupLine(std::string_view line) {
-    if (BeginsCompactData(line)) {
+    if (block_ != Block::kCMap && BeginsCompactData(line)) {
         return;
     }
-    if (isInProgram_) {
-        return TakeProgramLine(line);
+    if (block_ != Block::kNone) {
+        return TakeBlockLine(line);
     }
-    constexpr std::string_view kTitle = "%%BeginResource: font ";
-    if (line.starts_with(kTitle)) {
-        BeginProgram(line.substr(kTitle.size()));
-    } else if (line == "%%EndPageSetup") {
+    if (BeginsBlock(line)) {
+        return;
+    }
+    if (line == "%%EndPageSetup") {
         state_ = State::kAtClip;
     } else if (line == "%%EndSetup") {
         state_ = State::kDone;
-    } else {
+    } else if (!TakeCompositeUse(line)) {
         TakeUse(line);
     }
 }
 
-// A program's own lines mean nothing, whatever they look like.
-void FontFinder::TakeProgramLine(std::string_view line) {
+// The lines of a program or of a CMap mean nothing, whatever they look like.
+void FontFinder::TakeBlockLine(std::string_view line) {
     if (line == "%%EndResource") {
-        isInProgram_ = false;
-    } else if (line == "/FontType 3 def") {
+        block_ = Block::kNone;
+    } else if (block_ == Block::kFont && line == "/FontType 3 def") {
         program_->kind = FontKind::kType3;
     }
+}
+
+bool FontFinder::BeginsBlock(std::string_view line) {
+    constexpr std::string_view kFont = "%%BeginResource: font ";
+    constexpr std::string_view kCIDFont = "%%BeginResource: CIDFont ";
+    if (line.starts_with(kFont)) {
+        BeginProgram(line.substr(kFont.size()));
+    } else if (line.starts_with(kCIDFont)) {
+        program_ = Program{std::string(line.substr(kCIDFont.size())), FontKind::kCIDTrueType};
+    } else if (line.starts_with("%%BeginResource: CMap ")) {
+        block_ = Block::kCMap;
+    } else {
+        return false;
+    }
+    return true;
 }
 
 // The names of all kinds but TrueType have their slash here. A TrueType font's block has no end; it is made
 // of lines that the library composes, so that none of them can look like a use.
 void FontFinder::BeginProgram(std::string_view title) {
-    isInProgram_ = title.starts_with('/');
-    program_ = isInProgram_ ? Program{std::string(title.substr(1)), FontKind::kType1}
-                            : Program{std::string(title), FontKind::kTrueType};
+    if (title.starts_with('/')) {
+        block_ = Block::kFont;
+        program_ = Program{std::string(title.substr(1)), FontKind::kType1};
+    } else {
+        program_ = Program{std::string(title), FontKind::kTrueType};
+    }
 }
 
 // True for the line before a compact program's bytes, which follows the one that announces their number.
@@ -158,9 +200,23 @@ bool FontFinder::BeginsCompactData(std::string_view line) {
         return false;
     }
     compactLeft_ = *announced;
-    if (isInProgram_) {
+    if (block_ == Block::kFont) {
         program_->kind = FontKind::kCompact;
+    } else {
+        program_ = Program{"", FontKind::kCIDCompact};  // its name stands with its use
     }
+    return true;
+}
+
+bool FontFinder::TakeCompositeUse(std::string_view line) {
+    const auto names = ReadCompositeUse(line);
+    if (!names) {
+        return false;
+    }
+    const auto& [resource, font] = *names;
+    const bool isEmbedded = program_ && IsKeyedByNumber(program_->kind);
+    Add({"/" + std::string(resource), std::string(font), isEmbedded ? program_->kind : FontKind::kOfDevice});
+    program_.reset();
     return true;
 }
 
@@ -170,7 +226,7 @@ void FontFinder::TakeUse(std::string_view line) {
         return;
     }
     const auto& [first, second] = *names;
-    if (!program_) {
+    if (!program_ || IsKeyedByNumber(program_->kind)) {
         Add({"/" + std::string(first), std::string(second), FontKind::kOfDevice});
     } else {
         // A compact font is used under the name that its program declares; the PDF's stands in the title.

@@ -15,11 +15,11 @@
 namespace zorvan::cli {
 
 // Of the program that the document carries; of a font of the device nothing is known.
-enum class FontKind { kOfDevice, kType1, kCompact, kTrueType, kType3 };
+enum class FontKind { kOfDevice, kType1, kCompact, kTrueType, kType3, kCIDCompact, kCIDTrueType };
 
 struct FontInfo {
     std::string resource;  // what the pages select it by, such as "/N12"
-    std::string name;      // the PDF's
+    std::string name;      // the PDF's; of a composite font, the name of its CID-keyed font
     FontKind kind = FontKind::kOfDevice;
 
     // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy 14 sees a 0 in it
@@ -33,7 +33,10 @@ struct FontInfo {
 //     %%EndResource                 (a TrueType font has none)
 //     [/N12 /Name 1 TZ              (a Type 3 font's names stand the other way round)
 // or as the last line alone when the device has to have the font. A list of differences stands in lines of
-// its own behind the "[". Composite fonts, whose last line ends in "TZzero", are passed over.
+// its own behind the "[". Composite fonts end in another line,
+//     /N12 (Name-T0) /Identity-H [(Name)] /Adobe-Japan1 [ /Serif ]  0 0 TZzero
+// and before it have a block "%%BeginResource: CIDFont Name" without an end, or a compact program without a
+// block; the CMaps among them have blocks with ends.
 class FontFinder {
 public:
     void Take(std::string_view piece);
@@ -49,6 +52,8 @@ public:
 private:
     // Only the setup is looked at: the text of a page may hold any line.
     enum class State { kBeforeSetup, kInSetup, kAtClip, kDone };
+    // What ends with "%%EndResource".
+    enum class Block { kNone, kFont, kCMap };
     struct Program {
         std::string name;
         FontKind kind = FontKind::kType1;
@@ -58,16 +63,18 @@ private:
     void TakeLine(std::string_view line);
     void TakeClip(std::string_view line);
     void TakeSetupLine(std::string_view line);
-    void TakeProgramLine(std::string_view line);
+    void TakeBlockLine(std::string_view line);
+    bool BeginsBlock(std::string_view line);
     void BeginProgram(std::string_view title);
     void TakeUse(std::string_view line);
+    bool TakeCompositeUse(std::string_view line);
     bool BeginsCompactData(std::string_view line);
     void Add(FontInfo font);
 
     State state_ = State::kBeforeSetup;
     LineScanner lines_;
     std::optional<Program> program_;  // what the next use is made of
-    bool isInProgram_ = false;
+    Block block_ = Block::kNone;
     std::optional<std::uint64_t> announced_;  // by the line before: bytes of a compact program
     std::uint64_t compactLeft_ = 0;
     std::vector<FontInfo> fonts_;

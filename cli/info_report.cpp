@@ -32,6 +32,10 @@ const char* TypeName(FontKind kind) {
             return "TrueType";
         case FontKind::kType3:
             return "Type 3";
+        case FontKind::kCIDCompact:
+            return "CID Type 1C";
+        case FontKind::kCIDTrueType:
+            return "CID TrueType";
     }
     return "";
 }

@@ -141,9 +141,60 @@ TEST(FontFinder, PassesOverDataThatLooksLikeTheEndOfTheSetup) {
                             FontInfo{"/N13", "Courier", FontKind::kOfDevice}));
 }
 
-TEST(FontFinder, PassesOverCompositeFonts) {
-    EXPECT_THAT(FontsOf("/N5 (Kanji-T0) /Identity-H [(Kanji)] /Adobe-Japan1 [ /Serif ]  0 0 TZzero\n"),
-                IsEmpty());
+const std::string kComposing = "/N5 (Kanji-T0) /Identity-H [(Kanji)] /Adobe-Japan1 [ /Serif ]  0 0 TZzero\n";
+const std::string kTrueTypeCIDFont =
+    "%!PS-Adobe-3.0 Resource-CIDFont\n%%BeginResource: CIDFont Kanji\n/sfnts[<000100>]def\n"
+    "currentdict end dup /CIDFontName get exch definefont pop\n";
+
+std::string CompactCIDFont(const std::string& program) {
+    const std::string count = std::to_string(program.size());
+    return "/FontSetInit /ProcSet findresource begin\n%%BeingData:" + count + " Binary Bytes\n/TestCFF " +
+           count + " StartData\n" + program + "\n%%EndData\n";
+}
+std::string CMapBlock(const std::string& program) {
+    return "%%BeginResource: CMap (Own)\n" + program + "\n%%EndResource\n";
+}
+
+TEST(FontFinder, TakesACompositeFontWithoutAProgramForOneOfTheDevice) {
+    EXPECT_THAT(FontsOf(kComposing), ElementsAre(FontInfo{"/N5", "Kanji", FontKind::kOfDevice}));
+    EXPECT_THAT(FontsOf("/N5-2 (K-T0) /N8 /CMap findRes  [(K)] /A-B [ /Serif ]  1 0 TZzero\n"),
+                ElementsAre(FontInfo{"/N5-2", "K", FontKind::kOfDevice}));
+}
+
+TEST(FontFinder, TellsTheProgramsOfCompositeFontsApart) {
+    EXPECT_THAT(FontsOf(kTrueTypeCIDFont + CMapBlock("begincmap") + "8 dict begin\n" + kComposing),
+                ElementsAre(FontInfo{"/N5", "Kanji", FontKind::kCIDTrueType}));
+    EXPECT_THAT(FontsOf(CompactCIDFont("\n[/N1 /Fake 1 TZ\n") + kComposing),
+                ElementsAre(FontInfo{"/N5", "Kanji", FontKind::kCIDCompact}));
+}
+
+TEST(FontFinder, GivesAProgramToFontsOfItsOwnSortOnly) {
+    const std::string use = "[/N12 /Helvetica 1 TZ\n";
+    const FontInfo simple{"/N12", "Helvetica", FontKind::kOfDevice};
+    EXPECT_THAT(FontsOf(kTrueTypeCIDFont + use), ElementsAre(simple));
+    EXPECT_THAT(FontsOf(CompactCIDFont("cff") + use), ElementsAre(simple));
+    EXPECT_THAT(FontsOf(kTrueTypeBlock + kComposing),
+                ElementsAre(FontInfo{"/N5", "Kanji", FontKind::kOfDevice}));
+    EXPECT_THAT(FontsOf(kTrueTypeCIDFont + kComposing + kComposing.substr(0, 2) + "6" + kComposing.substr(3)),
+                ElementsAre(FontInfo{"/N5", "Kanji", FontKind::kCIDTrueType},
+                            FontInfo{"/N6", "Kanji", FontKind::kOfDevice}));
+}
+
+TEST(FontFinder, TakesNoLineOfACMapForAFont) {
+    const std::string lines =
+        "[/N1 /Fake 1 TZ\n%%BeginResource: CIDFont Fake\n/FontType 3 def\n%%EndPageSetup\n" + kComposing +
+        "%%BeingData:9999 Binary Bytes\n/TestCFF 9999 StartData";
+    EXPECT_THAT(FontsOf(CMapBlock(lines)), IsEmpty());
+    EXPECT_THAT(FontsOf(CompactCIDFont("cff") + CMapBlock(lines) + kComposing),
+                ElementsAre(FontInfo{"/N5", "Kanji", FontKind::kCIDCompact}));
+}
+
+TEST(FontFinder, TakesNoLineThatOnlyResemblesACompositeFonts) {
+    for (const char* line : {"/N5 (Kanji-T0) 0 TZ", "N5 (Kanji-T0) /H TZzero", "/N5 (Kanji) /H TZzero",
+                             "/N5 Kanji-T0) /H TZzero", "/N5 (Kanji-T0 /H TZzero",
+                             "/N5 (Kanji-T0) /H TZzero ", " TZzero", "/ TZzero", "/N5 ) (K-T0 TZzero"}) {
+        EXPECT_THAT(FontsOf(line + "\n"s), IsEmpty()) << line;
+    }
 }
 
 TEST(FontFinder, TakesNoLineThatOnlyResemblesAFonts) {

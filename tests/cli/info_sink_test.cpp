@@ -74,12 +74,12 @@ TEST(InfoReport, SaysOneFactALine) {
 
 TEST(InfoReport, NamesEachKindOfProgram) {
     InfoReport report;
-    report.fonts = {{"/N1", "A", FontKind::kType1},
-                    {"/N2", "B", FontKind::kCompact},
-                    {"/N3", "C", FontKind::kTrueType},
-                    {"/N4", "D", FontKind::kType3}};
-    EXPECT_NE(InfoAsText(report).find("Fonts: 4\nFont A: Type 1, embedded\nFont B: Type 1C, embedded\n"
-                                      "Font C: TrueType, embedded\nFont D: Type 3, embedded\n"),
+    report.fonts = {{"/N1", "A", FontKind::kType1},      {"/N2", "B", FontKind::kCompact},
+                    {"/N3", "C", FontKind::kTrueType},   {"/N4", "D", FontKind::kType3},
+                    {"/N5", "E", FontKind::kCIDCompact}, {"/N6", "F", FontKind::kCIDTrueType}};
+    EXPECT_NE(InfoAsText(report).find("Fonts: 6\nFont A: Type 1, embedded\nFont B: Type 1C, embedded\n"
+                                      "Font C: TrueType, embedded\nFont D: Type 3, embedded\n"
+                                      "Font E: CID Type 1C, embedded\nFont F: CID TrueType, embedded\n"),
               std::string::npos)
         << InfoAsText(report);
 }

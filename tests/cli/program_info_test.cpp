@@ -56,12 +56,19 @@ TEST_F(ProgramInfo, ListsTheFontsEmbeddedOrNot) {
         "/F3 << /Type /Font /Subtype /Type1 /BaseFont /Compact /FontDescriptor << /FontFile3 4 0 R >> >> "
         "/F4 << /Type /Font /Subtype /Type3 /Name /Drawn /FontMatrix [1 0 0 1 0 0] /FontBBox [0 0 1 1] "
         "/CharProcs << /a 4 0 R >> /Encoding << /Differences [97 /a] >> >> "
-        "/F5 << /Type /Font /Subtype /TrueType /BaseFont /Arial >> >>";
+        "/F5 << /Type /Font /Subtype /TrueType /BaseFont /Arial >> "
+        "/F6 << /Type /Font /Subtype /Type0 /Encoding /Identity-H /DescendantFonts [ << /Subtype "
+        "/CIDFontType0 "
+        "/BaseFont /Kanji >> ] >> "
+        "/F7 << /Type /Font /Subtype /Type0 /Encoding /Identity-H /DescendantFonts [ << /Subtype "
+        "/CIDFontType0 "
+        "/BaseFont /Numbered /FontDescriptor << /FontFile3 4 0 R >> >> ] >> >>";
     const std::string pdf = WritePdf({page});
     EXPECT_THAT(RunZorvan({"--info", pdf}).out,
-                HasSubstr("\nFonts: 5\nFont Helvetica: asked of the device\nFont Plain: Type 1, embedded\n"
+                HasSubstr("\nFonts: 7\nFont Helvetica: asked of the device\nFont Plain: Type 1, embedded\n"
                           "Font Compact: Type 1C, embedded\nFont Drawn: Type 3, embedded\n"
-                          "Font Arial: asked of the device\nOutput bytes: "));
+                          "Font Arial: asked of the device\nFont Kanji: asked of the device\n"
+                          "Font Numbered: CID Type 1C, embedded\nOutput bytes: "));
     EXPECT_THAT(RunZorvan({"--info", "--json", pdf}).out,
                 HasSubstr(R"("fonts": [{"name": "Helvetica", "type": null, "embedded": false}, )"
                           R"({"name": "Plain", "type": "Type 1", "embedded": true}, )"));
