@@ -330,6 +330,40 @@ TEST(MissingFont, WritesDownAsAFontOfTheDocumentDoes) {
     }
 }
 
+// The metrics that a device calls with are w0x w0y llx lly urx ury w1x w1y vx vy, and the CID. Some tell the
+// step downwards in place of the width.
+TEST(MissingFont, HasItsPlacesFromTheWidthOrFromTheSize) {
+    const Line down{.font = "Missing", .cmap = "/Identity-V ", .collection = "/Adobe-Japan1", .mode = 1};
+    const auto placed = [&](const std::string& metrics) {
+        return PrologJob()
+            .Before(DeviceProgram("Adobe-Japan1"))
+            .Page(metrics +
+                      " 0 0 1 1 0 0 0 0 34 /N5 /CIDFont findresource /CDevProc get exec\n"
+                      "10 {=} repeat",
+                  Composing(down))
+            .Run()
+            .text;
+    };
+    EXPECT_EQ(placed(".6 0"), "0.88\n0.3\n-1\n0\n1\n1\n0\n0\n0\n0.6\n");
+    EXPECT_EQ(placed("0 -1.05"), "0.88\n0.5\n-1\n0\n1\n1\n0\n0\n-1.05\n0\n");
+}
+
+// A font that differs from the device's by its places must not pass for it.
+TEST(MissingFont, WritesDownWithoutTheDevicesXUID) {
+    std::string font = DeviceProgram("Adobe-Japan1");
+    font.replace(font.find("20 dict begin\n"), 14, "20 dict begin\n/XUID [1000000 1] def\n");
+    const Line down{.font = "Missing", .cmap = "/Identity-V ", .collection = "/Adobe-Japan1", .mode = 1};
+    EXPECT_EQ(
+        PrologJob()
+            .Before(font)
+            .Page(
+                "/N5 /CIDFont findresource /XUID known =\n/Adobe-Japan1 /CIDFont findresource /XUID known =",
+                Composing(down))
+            .Run()
+            .text,
+        "false\ntrue\n");
+}
+
 /// A page with text in a font that nobody has.
 Picture StoodIn(const Line& line, const std::string& content) {
     Line missing = line;
