@@ -96,7 +96,7 @@ class Text:
         own = {key.strip(): value.strip() for key, _, value in pairs}
         path = next(p for p in (self.folder / file, self.folder.parent / file) if p.exists())
         text = path.read_text("latin-1")
-        missing = {key: "" for key in re.findall(r"\{\{([a-z]+)\}\}", text) if key not in FILE_DIRECTIVES}
+        missing = {key: "" for key in re.findall(r"\{\{([a-z]+)\}\}", text) if key not in DIRECTIVES}
         return self.expand(text, {**missing, **names, **own})
 
 
@@ -235,6 +235,7 @@ class File:
 
 FILE_DIRECTIVES = {name: getattr(File, name) for name in ("header", "object", "font", "xref", "trailer",
                                                                 "startxref")}
+DIRECTIVES = {*FILE_DIRECTIVES, "stream", "endstream"}
 
 
 def expand(path):
