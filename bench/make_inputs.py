@@ -1,10 +1,12 @@
 #!/usr/bin/env python3
-# Makes the PDFs that script/bench times: one large vector page, documents of many small pages, a book and pictures.
-"""make_inputs.py FOLDER     writes vector_20m.pdf, pages_1000.pdf, pages_20000.pdf, text_5000.pdf and images_200m.pdf
-into FOLDER; the same bytes each time"""
+# Makes the PDFs that script/bench times: one large vector page, documents of many small pages, a book, pictures and
+# large composite fonts.
+"""make_inputs.py FOLDER     writes vector_20m.pdf, pages_1000.pdf, pages_20000.pdf, text_5000.pdf, images_200m.pdf,
+font_20m.pdf and fonts_1000.pdf into FOLDER; the same bytes each time"""
 import io
 import pathlib
 import random
+import struct
 import sys
 import zlib
 
@@ -14,6 +16,8 @@ VECTOR_BYTES = 20_000_000
 PICTURES = 50
 PICTURE_SIDE = 1180  # pixels: 4.2 MB of three colours
 PHOTO_SIDE = 2500  # noise of this size is 3.8 MB of JPEG
+GLYPHS = 65_000
+POINTS = 98  # of a glyph: together with the other tables 20 MB
 
 
 class Writer:
@@ -135,6 +139,66 @@ def pictures(path, chance):
     writer.finish()
 
 
+def glyph(chance):
+    """A closed line through points whose distances are a byte each way, with a flag for its sign."""
+    signs = bytes(0x07 | (byte & 0x30) for byte in range(256))
+    flags = chance.randbytes(POINTS).translate(signs)
+    steps = chance.randbytes(2 * POINTS).translate(bytes(byte & 0x3F for byte in range(256)))
+    return struct.pack(">h4hHH", 1, 0, 0, 1000, 1000, POINTS - 1, 0) + flags + steps
+
+
+def true_type(chance):
+    """A font of many glyphs, each its own drawing, 1,000 units wide."""
+    glyphs = [glyph(chance) for _ in range(GLYPHS)]
+    glyphs = [data + b"\0" * (len(data) % 2) for data in glyphs]
+    places = [0]
+    for data in glyphs:
+        places.append(places[-1] + len(data))
+    tables = {
+        b"glyf": b"".join(glyphs),
+        b"head": struct.pack(">IIIIHH16x4hHHhhh", 0x10000, 0, 0, 0x5F0F3CF5, 0, 1000, 0, 0, 1000, 1000, 0, 8, 2, 1, 0),
+        b"hhea": struct.pack(">IhhhH22xH", 0x10000, 900, -100, 0, 1000, 1),
+        b"hmtx": struct.pack(">HH", 1000, 0) + bytes(2 * (GLYPHS - 1)),
+        b"loca": struct.pack(f">{GLYPHS + 1}I", *places),
+        b"maxp": struct.pack(">IHHH22x", 0x10000, GLYPHS, POINTS, 1),
+    }
+    directory, data = struct.pack(">IHHHH", 0x10000, len(tables), 64, 2, 32), b""
+    start = len(directory) + 16 * len(tables)
+    for tag, table in tables.items():
+        directory += tag + struct.pack(">III", 0, start + len(data), len(table))
+        data += table + bytes(-len(table) % 4)
+    return directory + data
+
+
+def add_composite_font(writer, number, name, program):
+    """Four objects: the font, its CID-keyed font, the descriptor and the program."""
+    writer.add(number, b"<< /Type /Font /Subtype /Type0 /BaseFont /%b /Encoding /Identity-H "
+               b"/DescendantFonts [%d 0 R] >>" % (name, number + 1))
+    writer.add(number + 1, b"<< /Type /Font /Subtype /CIDFontType2 /BaseFont /%b /FontDescriptor %d 0 R /DW 1000 "
+               b"/CIDSystemInfo << /Registry (Adobe) /Ordering (Identity) /Supplement 0 >> >>" % (name, number + 2))
+    writer.add(number + 2, b"<< /Type /FontDescriptor /FontName /%b /Flags 4 /FontBBox [0 0 1000 1000] /ItalicAngle 0 "
+               b"/Ascent 900 /Descent -100 /CapHeight 900 /StemV 80 /FontFile2 %d 0 R >>" % (name, number + 3))
+    writer.packed(number + 3, b"/Filter /FlateDecode", program)
+
+
+def fonts(path, pages, count, program):
+    """A document of that many pages, each of which shows two glyphs in each of that many fonts."""
+    writer = Writer(path)
+    first_font, first_page = 5, 5 + 4 * count
+    writer.add(1, b"<< /Type /Catalog /Pages 2 0 R >>")
+    kids = b" ".join(b"%d 0 R" % (first_page + page) for page in range(pages))
+    writer.add(2, b"<< /Type /Pages /Kids [%b] /Count %d /MediaBox [0 0 600 600] /Resources 3 0 R >>" % (kids, pages))
+    names = b" ".join(b"/F%d %d 0 R" % (font, first_font + 4 * font) for font in range(count))
+    writer.add(3, b"<< /Font << %b >> >>" % names)
+    shown = b" ".join(b"/F%d 20 Tf 0 50 Td <%04x%04x> Tj" % (font, 1 + font, GLYPHS - 1) for font in range(count))
+    writer.stream(4, b"BT 50 50 Td %b ET" % shown)
+    for font in range(count):
+        add_composite_font(writer, first_font + 4 * font, b"Large%d" % font, program)
+    for page in range(pages):
+        writer.add(first_page + page, b"<< /Type /Page /Parent 2 0 R /Contents 4 0 R >>")
+    writer.finish()
+
+
 def main(folder):
     folder.mkdir(parents=True, exist_ok=True)
     chance = random.Random(1)
@@ -145,6 +209,9 @@ def main(folder):
     book = [text_page(chance) for _ in range(200)]
     document(folder / "text_5000.pdf", [book[page % 200] for page in range(5000)], BOOK_FONTS)
     pictures(folder / "images_200m.pdf", chance)
+    program = zlib.compress(true_type(chance), 6)
+    fonts(folder / "font_20m.pdf", 1, 1, program)
+    fonts(folder / "fonts_1000.pdf", 1000, 5, program)
 
 
 if __name__ == "__main__":
