@@ -366,6 +366,28 @@ TEST(CIDFont, HoldsAtMost32767EntriesInAString) {
     }
 }
 
+TEST(CIDFont, OfAThousandPagesIsDefinedOnce) {
+    std::string fonts;
+    for (unsigned font = 0; font < 5; ++font) {
+        fonts += "/F" + std::to_string(font) + " " + std::to_string(2000 + font) + " 0 R ";
+    }
+    PdfBuilder pdf = Pages(std::vector<std::string>(1000, "/Resources << /Font << " + fonts + ">> >>"));
+    for (unsigned font = 0; font < 5; ++font) {
+        const std::string number = std::to_string(font);
+        pdf.Object(2000 + font,
+                   "<< /Subtype /Type0 /Encoding /Identity-H /DescendantFonts [201" + number + " 0 R] >>");
+        pdf.Object(2010 + font, "<< /BaseFont /Part" + number + Kind2(" /FontDescriptor 2020 0 R") + " >>");
+    }
+    pdf.Object(2020, "<< /FontFile2 2021 0 R >>").Stream(2021, FileOf(300));
+    const Conversion conversion = Convert(pdf.Bytes());
+    EXPECT_EQ(conversion.pages, std::vector<int>(1000, 0));
+    for (const auto& text : {"\n%%BeginResource: CIDFont Part", "\n%%BeginResource: CMap (CMap-D201",
+                             "\n/FontName /Part", "-T0) /Identity-H "}) {
+        EXPECT_EQ(CountOf(SetupOf(conversion.output), text), 5) << text;
+        EXPECT_EQ(CountOf(conversion.output, text), 5) << text;
+    }
+}
+
 TEST(CIDFont, WithoutLocationsEndsItsPage) {
     PdfBuilder pdf = CompositePage(Kind2("/FontDescriptor 12 0 R")).Object(12, "<< /FontFile2 13 0 R >>");
     pdf.Stream(13, TrueTypeBuilder().Table("head", Head({0, 0, 1, 1})).Table("maxp", Maxp(3)).Bytes());
