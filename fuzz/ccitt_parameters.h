@@ -14,7 +14,7 @@ constexpr std::size_t kCcittHeader = 3;
 inline FilterCcittParameters CcittParameters(const std::uint8_t* data) {
     constexpr std::array kDimensions = {-1, 0, 1, 4};
     // Enough for every order of magnitude.
-    constexpr std::array kColumns = {1, 7, 8, 9, 63, 64, 200, 1728, 2600, 5300, 65535, 70000};
+    constexpr std::array kColumns = {1, 7, 8, 9, 63, 64, 200, 1728, 2600, 5300, 65534, 65535};
     const unsigned int flags = data[0];
     return {.k = kDimensions[flags % kDimensions.size()],
             .end_of_line = static_cast<int>(flags >> 2U & 1U),

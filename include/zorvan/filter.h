@@ -57,7 +57,7 @@ typedef struct FilterCcittParameters {
     int black_is_1;
 } FilterCcittParameters;
 
-enum { FILTER_CCITT_MAXIMUM_COLUMNS = 1048576 };
+enum { FILTER_CCITT_MAXIMUM_COLUMNS = 65535 };
 
 /*
  * The parameter block of the DCT codes: 48 bytes. A decoder reads none of them: JPEG data tells of itself.

@@ -20,18 +20,28 @@ bool IsOperator(Bytes content, std::size_t place) {
            (end == content.size() || !IsPdfRegular(content[end]));
 }
 
-/// True when a comment may reach up to a place.
-bool IsInComment(Bytes content, std::size_t place) {
-    while (place > 0 && content[place - 1] != '\n' && content[place - 1] != '\r') {
-        if (content[--place] == '%') {
-            return true;
+/// Looks for comments, once through the content.
+class CommentFinder {
+public:
+    explicit CommentFinder(Bytes content) : content_(content) {}
+
+    /// True when a comment may reach up to a place, which lies behind those asked for before.
+    bool ReachesUpTo(std::size_t place) {
+        for (; seen_ < place; ++seen_) {
+            const std::uint8_t byte = content_[seen_];
+            inComment_ = byte == '%' || (inComment_ && byte != '\n' && byte != '\r');
         }
+        return inComment_;
     }
-    return false;
-}
+
+private:
+    Bytes content_;
+    std::size_t seen_ = 0;
+    bool inComment_ = false;
+};
 
 /// The name that ends before a place; 0 when there is none for certain.
-std::uint32_t NameBefore(Bytes content, std::size_t place, NameTable& names) {
+std::uint32_t NameBefore(Bytes content, std::size_t place, CommentFinder& comments, NameTable& names) {
     constexpr std::size_t kLongest = 512;  // with all its escapes
     while (place > 0 && content[place - 1] <= 0x20) {
         --place;
@@ -40,7 +50,7 @@ std::uint32_t NameBefore(Bytes content, std::size_t place, NameTable& names) {
     while (begin > 0 && IsPdfRegular(content[begin - 1]) && place - begin < kLongest) {
         --begin;
     }
-    if (begin == 0 || content[begin - 1] != '/' || IsInComment(content, begin - 1)) {
+    if (begin == 0 || content[begin - 1] != '/' || comments.ReachesUpTo(begin - 1)) {
         return 0;
     }
     PdfObject token;
@@ -58,13 +68,14 @@ void MarkCategory(const ResourceScope& scope, ResourceCategory category) {
 }  // namespace
 
 bool FindDrawnNames(Bytes content, NameTable& names, std::vector<std::uint32_t>& drawn) {
+    CommentFinder comments(content);
     for (auto place = content.begin(); (place = std::find(place, content.end(), 'D')) != content.end();
          ++place) {
         const auto index = static_cast<std::size_t>(place - content.begin());
         if (!IsOperator(content, index)) {
             continue;
         }
-        const std::uint32_t name = NameBefore(content, index, names);
+        const std::uint32_t name = NameBefore(content, index, comments, names);
         if (name == 0) {
             return false;
         }

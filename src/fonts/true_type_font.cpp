@@ -3,10 +3,12 @@
 
 #include <algorithm>
 
+#include "api/current_job.h"
 #include "fonts/font_program.h"
 #include "fonts/glyph_data.h"
 #include "fonts/true_type_parser.h"
 #include "pdf/name_table.h"
+#include "pdf/pdf_file.h"
 
 namespace zorvan {
 namespace {
@@ -49,6 +51,7 @@ Status TrueTypeFontResource::WriteType42() {
     if (!parser.Parse(program.Data(), TrueTypeParser::GlyphMapSource::kCmap)) {
         return Status::kNoObject;
     }
+    CurrentPdfFile()->Charge(parser.CodesSeen());
     const CodeMap codes = FoldGlyphMap(parser.GlyphMap());
     OutputPiece header;
     header.Append("%%BeginResource: font ")

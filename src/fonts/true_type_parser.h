@@ -30,6 +30,8 @@ public:
     [[nodiscard]] const GlyphBox& BoundingBox() const { return box_; }
     /// A glyph index for each 16-bit code, 0 for none.
     [[nodiscard]] const std::vector<std::uint16_t>& GlyphMap() const { return glyphMap_; }
+    /// How many codes were looked at for it.
+    [[nodiscard]] std::uint32_t CodesSeen() const { return mapped_; }
 
 private:
     struct TableRecord {

@@ -1,6 +1,7 @@
 // Size classes, free lists and chunks of the block store.
 #include "pdf/allocation_registry.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <new>
@@ -38,6 +39,9 @@ AllocationRegistry::Header* AllocationRegistry::Find(Handle handle) const noexce
 }
 
 AllocationRegistry::Handle AllocationRegistry::AddChunk(std::size_t size) {
+    if (size > limit_ - std::min(bytes_, limit_)) {
+        throw std::bad_alloc();
+    }
     std::size_t index = chunks_.size();
     if (!freeChunks_.empty()) {
         index = freeChunks_.back();
@@ -52,6 +56,7 @@ AllocationRegistry::Handle AllocationRegistry::AddChunk(std::size_t size) {
         freeChunks_.pop_back();
         chunks_[index] = std::move(chunk);
     }
+    bytes_ += size;
     return static_cast<Handle>(index << kPlaceBits);
 }
 
@@ -102,6 +107,7 @@ void AllocationRegistry::Release(Handle handle) noexcept {
     --liveBlocks_;
     header->state = kFree;
     if (header->sizeClass == kOwnChunk) {
+        bytes_ -= chunks_[handle >> kPlaceBits].size;
         chunks_[handle >> kPlaceBits] = {};
         freeChunks_.push_back(handle >> kPlaceBits);
         return;
@@ -119,6 +125,7 @@ void AllocationRegistry::Clear() noexcept {
     open_ = 0;
     openRest_ = 0;
     liveBlocks_ = 0;
+    bytes_ = 0;
 }
 
 }  // namespace zorvan

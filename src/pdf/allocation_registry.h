@@ -22,7 +22,9 @@ public:
     AllocationRegistry(const AllocationRegistry&) = delete;
     AllocationRegistry& operator=(const AllocationRegistry&) = delete;
 
-    /// A zeroed block of `size` bytes, aligned to 8. Throws std::bad_alloc.
+    /// The most bytes that all blocks together may take up from now on.
+    void SetLimit(std::size_t bytes) { limit_ = bytes; }
+    /// A zeroed block of `size` bytes, aligned to 8. Throws std::bad_alloc, also beyond the limit.
     Handle Allocate(std::size_t size);
     /// The block's first byte; it stays there until it is released. Null for a handle that is not in use.
     [[nodiscard]] std::byte* Address(Handle handle) const noexcept;
@@ -78,6 +80,8 @@ private:
     Handle open_ = 0;           // where the chunk being filled goes on
     std::size_t openRest_ = 0;  // bytes left there
     std::size_t liveBlocks_ = 0;
+    std::size_t bytes_ = 0;  // of all chunks
+    std::size_t limit_ = SIZE_MAX;
 };
 
 }  // namespace zorvan

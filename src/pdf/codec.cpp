@@ -9,6 +9,7 @@
 #include "api/error_record.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "pdf/pdf_file.h"
 #include "platform/filter_library.h"
 
 namespace zorvan {
@@ -164,6 +165,14 @@ int Codec::Decode(std::span<std::uint8_t> output, std::uint32_t& produced) {
     if ((upstream_ != nullptr && !upstream_->CreateDecoderHandle()) || !CreateDecoderHandle()) {
         return -1;
     }
+    const int result = DecodePiece(output, produced);
+    if (spent_) {
+        throw std::bad_alloc();
+    }
+    return result;
+}
+
+int Codec::DecodePiece(std::span<std::uint8_t> output, std::uint32_t& produced) {
     unsigned int size = static_cast<unsigned int>(
         std::min<std::size_t>(output.size(), std::numeric_limits<unsigned int>::max()));
     const int result = CurrentFilterLibrary().decodeData(handle_, output.data(), &size);
@@ -175,10 +184,20 @@ int Codec::Decode(std::span<std::uint8_t> output, std::uint32_t& produced) {
     return result == 0 && upstreamState_ < 0 ? -1 : result;
 }
 
+bool Codec::Spend(std::size_t bytes) {
+    const PdfFile* file = CurrentPdfFile();
+    spent_ = spent_ || (file != nullptr && !file->Take(bytes));
+    return !spent_;
+}
+
 bool Codec::Refill() {
     while (upstreamState_ > 0) {
         std::uint32_t produced = 0;
-        upstreamState_ = upstream_->Decode(upstreamBuffer_, produced);
+        upstreamState_ = upstream_->DecodePiece(upstreamBuffer_, produced);
+        if (!Spend(produced) || upstream_->spent_) {
+            spent_ = true;
+            return false;
+        }
         if (produced > 0) {
             input_ = upstreamBuffer_.first(produced);
             return true;
@@ -196,6 +215,9 @@ int ZORVAN_CALL Codec::ReadInput(const int* slot, void* buffer, unsigned int wan
     auto* target = static_cast<std::uint8_t*>(buffer);
     while (*read < wanted && (!codec->input_.empty() || codec->Refill())) {
         const std::size_t count = std::min<std::size_t>(wanted - *read, codec->input_.size());
+        if (!codec->Spend(count)) {
+            return 0;
+        }
         std::copy_n(codec->input_.begin(), count, target + *read);
         codec->input_ = codec->input_.subspan(count);
         *read += static_cast<unsigned int>(count);

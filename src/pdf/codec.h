@@ -83,8 +83,12 @@ private:
     [[nodiscard]] bool CreateEncoderHandle();
     [[nodiscard]] const void* ParameterBlock() const;
     [[nodiscard]] Status EncoderStatus(int result) const;
+    /// Decode once the handles are made. Throws nothing.
+    int DecodePiece(std::span<std::uint8_t> output, std::uint32_t& produced);
     /// Gets the next piece from upstream; false at its end.
     bool Refill();
+    /// Notes work; false when there has been too much of it, and the input counts as ended.
+    bool Spend(std::size_t bytes);
 
     static int ZORVAN_CALL ReadInput(const int* slot, void* buffer, unsigned int wanted, unsigned int* read);
     static int ZORVAN_CALL WriteEncoded(const int* slot, const void* bytes, unsigned int count,
@@ -98,6 +102,7 @@ private:
     Codec* upstream_ = nullptr;
     std::span<std::uint8_t> upstreamBuffer_;
     int upstreamState_ = 0;  // as Decode tells it; 0 also without upstream
+    bool spent_ = false;     // told when the codec library has returned: inside its calls nothing may throw
     Sink sink_;
     Status sinkStatus_ = Status::kOk;
     void* handle_ = nullptr;

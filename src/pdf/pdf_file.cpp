@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "api/current_job.h"
 #include "api/error_record.h"
+#include "pdf/allocation_registry.h"
 #include "pdf/byte_scan.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
@@ -30,6 +32,8 @@ Status PdfFile::OpenPdfFile(const std::string& path) {
         return Fail(Status::kOpenFileError);
     }
     RenewBudget();
+    CurrentAllocations().SetLimit(static_cast<std::size_t>(std::min<std::uint64_t>(
+        limits::kObjectBytes + limits::kObjectBytesPerByte * Bytes().size(), SIZE_MAX)));
     if (!HasHeader(Bytes())) {
         return Fail(Status::kIllegalPdfFile);
     }

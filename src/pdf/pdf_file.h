@@ -54,6 +54,7 @@ public:
     void RenewBudget() { budget_.Renew(limits::kSteps + limits::kStepsPerByte * Bytes().size()); }
     /// Counts work on the file; see StepBudget.
     void Charge(std::uint64_t steps) const { budget_.Charge(steps); }
+    [[nodiscard]] bool Take(std::uint64_t steps) const noexcept { return budget_.Take(steps); }
     /// Inactive for a file that is not encrypted.
     [[nodiscard]] const SecurityState& Security() const { return security_; }
     /// The catalog's `Pages` value: the reference of the page tree's root, or null.

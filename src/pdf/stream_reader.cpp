@@ -40,6 +40,7 @@ StreamReader::StreamReader(PdfObject stream) {
 }
 
 void StreamReader::Decrypt(PdfObject owner) {
+    CurrentPdfFile()->Charge(raw_.size());
     SecurityState security = CurrentPdfFile()->Security();
     security.SetObjectKey(owner.payload, owner.type);
     security.Rc4Apply(raw_, decrypted_.Room(raw_.size()).data());

@@ -48,6 +48,11 @@ constexpr std::uint32_t kMappedCodes = 1U << 22;
 constexpr std::size_t kProcedureTokens = 60000;
 constexpr std::uint64_t kChunkBytes = 32768;
 
+/// Bytes of objects that are held at a time, over and above so many times the file: dictionaries are copied,
+/// and a small file can have any number of objects read from one place.
+constexpr std::uint64_t kObjectBytes = std::uint64_t{256} << 20;
+constexpr std::uint64_t kObjectBytesPerByte = 8;
+
 /// Bytes that one call of the host may read and decode, over and above so many times the file. A page of the
 /// trade takes a few million.
 constexpr std::uint64_t kSteps = std::uint64_t{512} << 20;

@@ -10,13 +10,17 @@ namespace zorvan {
 class StepBudget {
 public:
     void Renew(std::uint64_t steps) { left_ = steps; }
-    /// Takes steps, a byte read being about one. Throws std::bad_alloc when they are used up: the call then
-    /// ends like one whose memory is.
+    /// Takes steps, a byte read being about one; false when they are used up, and from then on.
+    [[nodiscard]] bool Take(std::uint64_t steps) noexcept {
+        const bool enough = steps <= left_;
+        left_ = enough ? left_ - steps : 0;
+        return enough;
+    }
+    /// The same, but throws std::bad_alloc: the call then ends like one whose memory is used up.
     void Charge(std::uint64_t steps) {
-        if (steps > left_) {
+        if (!Take(steps)) {
             throw std::bad_alloc();
         }
-        left_ -= steps;
     }
 
 private:

@@ -97,6 +97,7 @@ template <class Take>
 Status InPieces(Bytes data, const Take& take) {
     while (!data.empty()) {
         const Bytes piece = data.first(std::min(kPiece, data.size()));
+        CurrentPdfFile()->Charge(piece.size());
         RETURN_IF_FAILED(take(piece));
         CurrentPdfFile()->LetGo(piece);
         data = data.subspan(piece.size());
@@ -110,6 +111,7 @@ Status WriteRaw(Bytes data) {
 
 /// In lines of 72 digits, with the mark at the end.
 Status WriteHexadecimal(Bytes bytes) {
+    CurrentPdfFile()->Charge(bytes.size());
     Codec encoder(CodecKind::kASCIIHexDecodeEncoder, WriteEncoded);
     RETURN_IF_FAILED(encoder.EncodeChunk(bytes));
     return encoder.EndEncoding();

@@ -6,6 +6,7 @@
 #include "api/current_job.h"
 #include "pdf/name_table.h"
 #include "pdf/object_parser.h"
+#include "pdf/pdf_file.h"
 #include "ps/resource_registry.h"
 
 namespace zorvan {
@@ -35,6 +36,8 @@ std::unique_ptr<ResourceScope> ResourceScope::OfDictionary(PdfObject dictionary)
 }
 
 void ResourceScope::TakeCategory(PdfObject dictionary) {
+    constexpr std::uint64_t kEntrySteps = 64;  // what it takes up; forms without number may share a dictionary
+    CurrentPdfFile()->Charge(kEntrySteps * DictSlotCount(dictionary));
     const auto first = static_cast<std::ptrdiff_t>(entries_.size());
     for (std::uint32_t i = 0; i < DictSlotCount(dictionary); ++i) {
         const DictionarySlot slot = DictSlot(dictionary, i);

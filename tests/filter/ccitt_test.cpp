@@ -223,7 +223,7 @@ TEST(CcittParameters, AreUnusableOutOfTheirRanges) {
 
 TEST(CcittRoundTrip, GivesBackBitmapsOfEveryFormAndWidth) {
     std::mt19937 random(1);
-    for (const int columns : {1, 2, 7, 8, 9, 31, 64, 65, 1728, 2560, 2624, 5300, 65535, 70000}) {
+    for (const int columns : {1, 2, 7, 8, 9, 31, 64, 65, 1728, 2560, 2624, 5300, 65534, 65535}) {
         for (const FilterCcittParameters& parameters : AllForms(columns)) {
             const std::string rows =
                 SampleRows(static_cast<std::size_t>(columns), columns > 3000 ? 5 : 30, random);
