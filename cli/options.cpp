@@ -111,6 +111,29 @@ bool EndsInPdf(const std::string& name) {
            });
 }
 
+/// The arguments from last to first, as CLI11 wants them. A password may begin with "-", so it is tied to its
+/// option.
+std::vector<std::string> ArgumentsFrom(int argc, const char* const* argv) {
+    constexpr std::string_view kPassword = "--password";
+    std::vector<std::string> arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.emplace_back(argv[i]);
+        if (argv[i] == kPassword && i + 1 < argc) {
+            arguments.back().append("=").append(argv[++i]);
+        }
+    }
+    std::ranges::reverse(arguments);
+    return arguments;
+}
+
+/// What names an option in an argument: behind it may stand a password.
+std::string NamePart(const std::string& argument) {
+    if (!argument.starts_with("-")) {
+        return "an argument too many";
+    }
+    return argument.starts_with("--") ? argument.substr(0, argument.find('=')) : argument.substr(0, 2);
+}
+
 }  // namespace
 
 std::variant<Options, Notice> ParseOptions(int argc, const char* const* argv) {
@@ -122,12 +145,15 @@ std::variant<Options, Notice> ParseOptions(int argc, const char* const* argv) {
     DeclareFiles(app, raw);
     DeclareConversion(app, raw);
     try {
-        app.parse(argc, argv);
+        app.parse(ArgumentsFrom(argc, argv));
         return Settle(app, raw);
     } catch (const CLI::CallForHelp&) {
         return Notice{app.help()};
     } catch (const CLI::CallForVersion&) {
         return Notice{"zorvan " ZORVAN_VERSION "\n"};
+    } catch (const CLI::ExtrasError&) {
+        throw Failure(ExitCode::kUsage,
+                      "not expected: " + NamePart(app.remaining().front()) + " (zorvan --help tells more)");
     } catch (const CLI::ParseError& error) {
         throw Failure(ExitCode::kUsage, std::string(error.what()) + " (zorvan --help tells more)");
     }

@@ -63,6 +63,10 @@ void StartDeadline(unsigned seconds) {
         struct sigaction action = {};
         action.sa_handler = StopLate;
         ::sigaction(SIGALRM, &action, nullptr);
+        sigset_t alarm;
+        sigemptyset(&alarm);
+        sigaddset(&alarm, SIGALRM);
+        ::sigprocmask(SIG_UNBLOCK, &alarm, nullptr);  // a parent's mask is inherited
         ::alarm(seconds);
     }
 }

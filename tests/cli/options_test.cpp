@@ -12,8 +12,10 @@
 namespace zorvan::cli {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 std::variant<Options, Notice> Parse(std::vector<const char*> arguments) {
     arguments.insert(arguments.begin(), "zorvan");
@@ -24,13 +26,19 @@ Options Parsed(const std::vector<const char*>& arguments) {
     return std::get<Options>(Parse(arguments));
 }
 
-bool IsUsageError(const std::vector<const char*>& arguments) {
+/// What is told of a wrong command line; empty for a right one.
+std::string UsageError(const std::vector<const char*>& arguments) {
     try {
         Parse(arguments);
     } catch (const Failure& failure) {
-        return failure.Code() == ExitCode::kUsage && *failure.what() != '\0';
+        EXPECT_EQ(failure.Code(), ExitCode::kUsage);
+        return failure.what();
     }
-    return false;
+    return "";
+}
+
+bool IsUsageError(const std::vector<const char*>& arguments) {
+    return !UsageError(arguments).empty();
 }
 
 TEST(Options, HaveDefaults) {
@@ -64,6 +72,21 @@ TEST(Options, TakeNamesThatBeginWithADashBehindTwoDashes) {
     const Options options = Parsed({"--", "-in.pdf", "-out.ps"});
     EXPECT_EQ(options.input, "-in.pdf");
     EXPECT_EQ(options.output, "-out.ps");
+}
+
+TEST(Options, TakeAPasswordThatLooksLikeAnOption) {
+    EXPECT_EQ(Parsed({"in.pdf", "--password", "-secret"}).password, "-secret");
+    EXPECT_EQ(Parsed({"in.pdf", "--password", "--quiet"}).password, "--quiet");
+}
+
+TEST(Options, NeverTellWhatMayBeAPassword) {
+    for (const std::vector<const char*>& wrong :
+         {std::vector{"--password", "my", "secret"}, {"--pasword=secret"}, {"-psecret"}}) {
+        std::vector<const char*> arguments{"in.pdf", "out.ps"};
+        arguments.insert(arguments.end(), wrong.begin(), wrong.end());
+        EXPECT_THAT(UsageError(arguments), AllOf(HasSubstr("not expected"), Not(HasSubstr("secret"))))
+            << wrong.front();
+    }
 }
 
 TEST(Options, TakeAnEmptyPassword) {
