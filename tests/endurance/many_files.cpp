@@ -1,0 +1,59 @@
+// many_files ROUNDS GOOD FILE...: converts the files in one job, so many times. Ends with 1 unless GOOD of
+// them come out whole each time, and the process needs no more memory after its first tenth than in it.
+#include <cstdio>
+#include <cstdlib>
+
+#include <sys/resource.h>
+
+#include "zorvan/zorvan.h"
+
+namespace {
+
+int ZORVAN_CALL Drop(const void* /*bytes*/, unsigned int /*count*/) {
+    return 0;
+}
+
+/// True when no call fails.
+bool Convert(const char* path) {
+    bool well = ZORVAN_OneFileBegin(path, Drop, nullptr) == 0;
+    well = well && ZORVAN_OutputGlobalResources() == 0;
+    for (int page = 1; page <= ZORVAN_GetTotalPages(); ++page) {
+        well = ZORVAN_OutputOnePage(static_cast<unsigned>(page)) == 0 && well;
+    }
+    ZORVAN_OneFileEnd();
+    return well;
+}
+
+/// The most memory that was ever in use, in KiB.
+long PeakMemory() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    constexpr long kMayGrow = 512;  // KiB: what an allocator's own bookkeeping comes to
+    const long rounds = argc < 4 ? 0 : std::strtol(argv[1], nullptr, 10);
+    const long good = argc < 4 ? 0 : std::strtol(argv[2], nullptr, 10);
+    if (rounds < 1 || KAPRINE_Begin(ZORVAN_FILTER_FOLDER "/") != 0) {
+        return 64;
+    }
+    long converted = 0;
+    long peakBefore = 0;
+    for (long round = 0; round < rounds; ++round) {
+        if (round == (rounds + 9) / 10) {
+            peakBefore = PeakMemory();
+        }
+        for (int file = 3; file < argc; ++file) {
+            converted += Convert(argv[file]) ? 1 : 0;
+        }
+    }
+    KAPRINE_End();
+    const long peak = PeakMemory();
+    std::printf("%ld of %ld files converted whole, %ld KiB after a tenth of them, %ld KiB after all\n",
+                converted, rounds * (argc - 3), peakBefore, peak);
+    const bool grows = rounds > 1 && peak - peakBefore > kMayGrow;
+    return converted != rounds * good || grows ? 1 : 0;
+}
