@@ -27,32 +27,28 @@ std::string Entries(std::uint8_t flags, std::string_view name) {
     return entries + ((flags & 4U) != 0 ? "" : "/CMapName " + NameText(name));
 }
 
-/// The line that defines the CMap under the resource's name names it by one token.
-void RequireOneToken(std::string_view line) {
-    constexpr std::string_view kBefore = "/N12 /";
-    constexpr std::string_view kAfter = " /CMap findRes /CMap defineRes pop\n";
-    Require(line.starts_with(kBefore) && line.ends_with(kAfter));
-    const std::string_view name = line.substr(kBefore.size(), line.size() - kBefore.size() - kAfter.size());
+/// What the block calls the CMap is one token.
+void RequireOneToken(std::string_view name) {
     Require(!name.empty() && name.find_first_of(" \t\r\n\f()<>[]{}/%") == std::string_view::npos);
     Require(name.find('\0') == std::string_view::npos);
 }
 
-/// The program stands in its block as it is, and behind it nothing but the line for its name.
+/// Takes this from the front of a text, which must begin with it.
+void Take(std::string_view& text, std::string_view front) {
+    Require(text.starts_with(front));
+    text.remove_prefix(front.size());
+}
+
+/// The program stands in its block as it is, behind its size, and nothing else does.
 void RequireBlock(std::string_view setup, std::string_view program) {
-    constexpr std::string_view kTitle = "%%BeginResource: CMap (";
-    constexpr std::string_view kEnd = "%%EndResource\n";
-    Require(setup.starts_with(kTitle));
-    setup.remove_prefix(setup.find(")\n") + 2);
-    Require(setup.starts_with(program));
-    setup.remove_prefix(program.size());
-    Require(setup.starts_with("\n"));
-    setup.remove_prefix(1);
-    const std::size_t end = setup.find(kEnd);
+    Take(setup, "%%BeginResource: CMap (");
+    const std::size_t end = setup.find(")\n");
     Require(end != std::string_view::npos);
-    if (end != 0) {
-        RequireOneToken(setup.substr(0, end));
-    }
-    Require(setup.substr(end + kEnd.size()).starts_with("/N10 ("));
+    RequireOneToken(setup.substr(0, end));
+    setup.remove_prefix(end);
+    Take(setup, ")\n/N12 " + std::to_string(program.size()) + " StartCMap\n");
+    Take(setup, program);
+    Take(setup, "\n%%EndResource\n/N10 (");
 }
 
 }  // namespace

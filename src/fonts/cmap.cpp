@@ -52,16 +52,13 @@ Status CMapResource::WriteResource() {
         RecordError(Status::kIllegalCmap, MakeReference(Key().number, Key().generation));
         return Status::kOk;
     }
-    OutputPiece use;
-    AppendResourceName(use, Key());
+    OutputPiece key;
+    AppendResourceName(key, Key());
     const std::string name = OwnName();
     OutputPiece text;
-    text.Append("%%BeginResource: CMap (").Append(name.empty() ? use.View().substr(1) : name);
-    text.Append(")\n").Append(program.Bytes()).Append("\n");
-    if (!name.empty()) {
-        text.Append(use.View()).Append(" /").Append(name).Append(" /CMap findRes /CMap defineRes pop\n");
-    }
-    return text.Append("%%EndResource\n").Write();
+    text.Append("%%BeginResource: CMap (").Append(name.empty() ? key.View().substr(1) : name).Append(")\n");
+    text.Append(key.View()).Append(" ").AppendUnsigned(static_cast<std::uint32_t>(program.Bytes().size()));
+    return text.Append(" StartCMap\n").Append(program.Bytes()).Append("\n%%EndResource\n").Write();
 }
 
 std::unique_ptr<Resource> CreateCMapResource(const ResourceRequest& request) {

@@ -32,8 +32,8 @@ public:
     /// `stream` is the CMap's.
     CMapResource(ResourceKey key, OwnedObject stream);
 
-    /// Writes the CMap that this one builds on, and the CMap, which is then known by its own name and by that
-    /// of the resource.
+    /// Writes the CMap that this one builds on, and the CMap, which is then known by the resource's name, and
+    /// by its own where the device has none of that.
     Status WriteResource() override;
     Status RegisterUsed() override;
     void AppendUse(OutputPiece& piece) const override;

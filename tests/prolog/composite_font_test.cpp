@@ -1,25 +1,15 @@
-// Composite fonts: CID-keyed fonts, CMaps, what stands in for missing ones, and text across and down.
+// Composite fonts: CID-keyed fonts, what stands in for missing ones, and text across and down.
 #include <cstddef>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "prolog/composite_squares.h"
 #include "prolog/prolog_job.h"
 
 namespace zorvan::test {
 namespace {
-
-/// A TrueType file without glyph names: glyph 1 is a square of 600 units and 1,000 wide, glyph 2 one of 300
-/// units and 500 wide, both above and to the right of the origin; glyph 0 is empty.
-const std::string kSquareFile =
-    "000100000006004000020020676c7966492e65ac000000fc0000003068656164616e43380000006c0000003668686561"
-    "05dd04b4000000a400000024686d747809c40000000000e80000000c6c6f6361000c0018000000f4000000086d617870"
-    "00050006000000c8000000200001000000010000c291be0c5f0f3cf5000303e800000000000000000000000000000000"
-    "00000000025802580000000300020000000000000001000003840000000003e8000000c8025800010000000000000000"
-    "0000000000000003000100000003000400010000000000020000000000000000000000000000000003e8000003e80000"
-    "01f4000000000000000c001800010000000002580258000300003111211102580258fda8000100000000012c012c0003"
-    "000031112111012c012cfed4";
 
 /// A compact set of the same glyphs under the name Compact, .notdef, A and B; and one with 2,048 units.
 const std::string kNamedSet =
@@ -37,39 +27,12 @@ const std::string kNumberedSet =
     "010003010104101cfa7c0efa7c8b16f8ecf8ecfcec070ef8888b16f7c0f7c0fbc0070e02000100010300010000000003"
     "000101010c1d000000001d0000008312";
 
-std::string SystemInfo(const std::string& ordering) {
-    return "/CIDSystemInfo 3 dict dup begin\n/Registry (Adobe) def\n/Ordering (" + ordering +
-           ") def\n/Supplement 0 def\nend def\n";
-}
-
-/// The squares as a CID-keyed font, as the library writes it.
-std::string CIDFont(const std::string& name = "Squares", const std::string& map = "<000000010002>\n",
-                    const std::string& ordering = "Identity") {
-    return "%!PS-Adobe-3.0 Resource-CIDFont\n%%documentNeededResources: procset CIDInit\n"
-           "%%IncludeResource: procset CIDInit\n%%BeginResource: CIDFont " +
-           name + "\n%%Version: 1\n/CIDInit /ProcSet findresource begin\n20 dict begin\n/CIDFontName /" +
-           name + " def\n/CIDFontType 2 def\n" + SystemInfo(ordering) +
-           "/FontBBox [0 0 600 600] def\n/PaintType 0 def\n/FontMatrix [1 0 0 1 0 0] def\n/FontType 42 def\n"
-           "/Encoding 256 array def\n/CharStrings 2 dict dup begin\n/.notdef 0 def\nend readonly def\n"
-           "/GDBytes 2 def\n/CIDCount 3 def\n/CIDMap [" +
-           map + "]def\n/sfnts[<" + kSquareFile +
-           "00>]def\ncurrentdict end dup /CIDFontName get exch definefont pop\n";
-}
-
-/// A CMap with these lines between its codes and its end.
-std::string CMap(const std::string& name, const std::string& lines, int mode = 0) {
-    return "%%BeginResource: CMap (" + name +
-           ")\n/CIDInit /ProcSet findresource begin\n12 dict begin\nbegincmap\n" + SystemInfo("Identity") +
-           "/CMapName /" + name + " def\n/CMapType 1 def\n/WMode " + std::to_string(mode) + " def\n" + lines +
-           "endcmap\nCMapName currentdict /CMap defineresource pop\nend\nend\n%%EndResource\n";
-}
-
 /// The CMap that the library writes for an Identity encoding of the squares.
 std::string GeneratedCMap(const std::string& name, int mode = 0) {
-    return CMap(name,
-                "1 begincodespacerange\n<0000> <ffff>\nendcodespacerange\n2 begincidrange\n<0000> <0000> 0\n"
-                "<0001> <0001> 1\nendcidrange\n",
-                mode);
+    const std::string lines =
+        "1 begincodespacerange\n<0000> <ffff>\nendcodespacerange\n2 begincidrange\n<0000> <0000> 0\n"
+        "<0001> <0001> 1\nendcidrange\n";
+    return "%%BeginResource: CMap (" + name + ")\n" + CMapProgram(name, lines, mode) + "%%EndResource\n";
 }
 
 /// The composite font's dictionary, which stands in the document though nothing looks it up.
@@ -79,20 +42,6 @@ std::string Type0(const std::string& font, const std::string& cmap) {
            "/FontMatrix [1 0 0 1 0 0] def\n/Encoding [0] def\n/CMap dup /" +
            cmap + " exch findresource def\n/FDepVector [/" + font +
            " findfont] def\ncurrentdict end dup /FontName get exch definefont pop\n";
-}
-
-struct Line {
-    std::string name = "/N5";
-    std::string font = "Squares";
-    std::string cmap = "/Identity-H ";
-    std::string collection = "/Adobe-Identity";
-    std::string style = "Serif";
-    int mode = 0;
-};
-
-std::string Composing(const Line& line) {
-    return line.name + " (" + line.font + "-T0) " + line.cmap + " [(" + line.font + ")] " + line.collection +
-           " [ /" + line.style + " ]  " + std::to_string(line.mode) + " 0 TZzero\n";
 }
 
 const Line kDown{.cmap = "/Identity-V ", .mode = 1};
@@ -113,27 +62,8 @@ std::string Compact(const std::string& hex) {
            count + " StartData\n" + bytes + "\n%%EndData\n";
 }
 
-/// A page with this text at a place, in /N5 at 20: the large square is 12 wide, the small one 6.
-Picture Shown(const std::string& setup, const std::string& content, const std::string& place = "10 10") {
-    return PrologJob().Page("BT /N5 20 Tf " + place + " Td " + content + "\nET\n", setup).Paint().at(0);
-}
-
-/// Is there a square of so many pixels with its lower left corner there, and nothing right around it?
-bool IsSquare(const Picture& page, int x, int y, int size) {
-    const int end = size - 2;
-    return page.At(x + 1, y + 1) == kBlack && page.At(x + end, y + end) == kBlack &&
-           page.At(x - 2, y + 2) == kWhite && page.At(x + size + 1, y + 2) == kWhite &&
-           page.At(x + 2, y - 2) == kWhite && page.At(x + 2, y + size + 1) == kWhite;
-}
-
 bool IsBlank(const Picture& page) {
     return page == Painted("");
-}
-
-std::string PrintedBy(const std::string& setup, const std::string& content) {
-    const Outcome outcome = PrologJob().Page(content, setup).Run();
-    EXPECT_EQ(outcome.status, 0) << outcome.text;
-    return outcome.text;
 }
 
 TEST(CompositeFont, ShowsAGlyphForEachPairOfBytes) {
@@ -453,59 +383,6 @@ TEST(CompactCIDFont, ThatIsDamagedShowsNothing) {
                 << size;
         }
     }
-}
-
-// CMaps of the document.
-
-const std::string kMixedCodes =
-    "2 begincodespacerange\n<00> <80>\n<8140> <9ffc>\nendcodespacerange\n"
-    "3 begincidrange\n<20> <20> 0\n<41> <41> 1\n<8141> <8142> 1\nendcidrange\n";
-
-std::string MixedFont(const std::string& cmap) {
-    return CIDFont() + cmap + "/N9 /Mixed /CMap findRes /CMap defineRes pop\n%%EndResource\n" +
-           Composing({.cmap = "/N9 /CMap findRes "});
-}
-
-TEST(CMap, OfTheDocumentTellsCodesOfAllLengths) {
-    const Picture page = Shown(MixedFont(CMap("Mixed", kMixedCodes)), "<418142> Tj");
-    EXPECT_TRUE(IsSquare(page, 10, 10, 12));
-    EXPECT_TRUE(IsSquare(page, 30, 10, 6));
-}
-
-TEST(CMap, TellsWhereSpacingGoes) {
-    const std::string setup = MixedFont(CMap("Mixed", kMixedCodes));
-    for (const std::string mode : {"0 Tr ", "2 Tr 0 w ", "3 Tr 30 0 Td -30 0 Td "}) {
-        const Picture spaced = Shown(setup, mode + "3 Tc 5 Tw <41208142> Tj 0 Tr <41> Tj");
-        EXPECT_TRUE(IsSquare(spaced, 74, 10, 12)) << mode;  // 10 + 23 + 28 + 13
-    }
-    EXPECT_TRUE(IsSquare(Shown(setup, "3 Tc 5 Tw <41208142> Tj"), 61, 10, 6));
-}
-
-TEST(CMap, TakesTheCodesOfTheOneThatItUses) {
-    const std::string derived = CMap("Mixed", "/Base usecmap\n1 begincidchar\n<42> 2\nendcidchar\n");
-    const Picture page = Shown(MixedFont(CMap("Base", kMixedCodes) + derived), "5 Tw <4220814142> Tj");
-    EXPECT_TRUE(IsSquare(page, 10, 10, 6));
-    EXPECT_TRUE(IsSquare(page, 45, 10, 12));  // 10 + 10 + 25
-    EXPECT_TRUE(IsSquare(page, 65, 10, 6));
-}
-
-TEST(CMap, ThatIsDamagedIsReplacedByAnIdentity) {
-    for (const std::string lines :
-         {"nosuchoperator\n", "1 begincidrange <00> (x endcidrange\n", "/NoSuch usecmap 5 stop\n",
-          "end end end end end\n", "1 2 3 5 dict begin 5 dict begin 5 dict begin ]\n"}) {
-        const std::string setup = MixedFont(CMap("Mixed", lines));
-        EXPECT_EQ(PrintedBy(setup, "BT /N5 20 Tf <00010002> Tj ET count = countdictstack ="), "0\n8\n")
-            << lines;
-        EXPECT_TRUE(IsSquare(Shown(setup, "<00010001> Tj"), 30, 10, 12)) << lines;
-    }
-}
-
-TEST(CMap, OfTheDeviceIsKnownByItsName) {
-    const std::string codes =
-        "[/Identity-H /UniJIS-UCS2-H /90ms-RKSJ-V /EUC-H /GBK-EUC-H /ETen-B5-H /UniGB-UTF16-V]\n"
-        "{1 dict dup /CMapName 4 -1 roll put CIDKit /CodesOf get exec type =} forall";
-    EXPECT_EQ(PrintedBy("", codes),
-              "integertype\nintegertype\narraytype\narraytype\narraytype\narraytype\narraytype\n");
 }
 
 // Spacing across and down.
