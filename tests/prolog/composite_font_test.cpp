@@ -238,6 +238,18 @@ TEST(MissingFont, IsNotReplacedByOneOfTheDocument) {
     EXPECT_TRUE(IsBlank(Substituted("", kJapanese, CIDFont("Device-Mincho", "<000000010002>\n", "Japan1"))));
 }
 
+TEST(MissingFont, IsLookedForOnceInADocument) {
+    const std::string telling =
+        "true setglobal /CIDFont /Category findresource dup length dict copy\n"
+        "dup /ResourceForAll {(looked) = pop pop pop} put /CIDFont exch /Category defineresource pop\n"
+        "false setglobal\n";
+    Line line = kJapanese;
+    line.font = "Missing";
+    const std::string setup = Composing(line);
+    const Outcome outcome = PrologJob().Before(telling).Page("", setup).Page("(next) =", setup).Run();
+    EXPECT_EQ(outcome.text, "looked\nnext\n");
+}
+
 /// The squares as a font of the device.
 std::string DeviceProgram(const std::string& name) {
     const std::string definition = "definefont pop\n";
