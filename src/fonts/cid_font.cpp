@@ -13,11 +13,61 @@ namespace {
 
 constexpr std::uint32_t kSerifFlag = 2;
 
+/// What stands between the parentheses of a string, its escapes and all.
+std::string LiteralTextOf(PdfObject string) {
+    std::string text = TextOfString(string);
+    return StringKindOf(string) == StringKind::kHexadecimal ? EscapedText(text) : text;
+}
+
+/// Takes the code of up to three octal digits, of which there is one at least.
+char TakeOctal(std::string_view& text) {
+    unsigned code = 0;
+    for (int digits = 0; digits < 3 && !text.empty() && text.front() >= '0' && text.front() <= '7';
+         ++digits) {
+        code = code * 8 + static_cast<unsigned>(text.front() - '0');
+        text.remove_prefix(1);
+    }
+    return static_cast<char>(code);
+}
+
+/// Appends what the escape behind a backslash stands for, and takes it from the text.
+void TakeEscape(std::string_view& text, std::string& bytes) {
+    constexpr std::string_view kLetters = "nrtbf";
+    constexpr std::string_view kMeant = "\n\r\t\b\f";
+    const char letter = text.front();
+    if (letter >= '0' && letter <= '7') {
+        bytes += TakeOctal(text);
+        return;
+    }
+    text.remove_prefix(text.starts_with("\r\n") ? 2 : 1);
+    const std::size_t named = kLetters.find(letter);
+    if (named != std::string_view::npos) {
+        bytes += kMeant[named];
+    } else if (letter != '\r' && letter != '\n') {
+        bytes += letter;
+    }
+}
+
+/// The bytes that the device reads of such a text.
+std::string BytesOfText(std::string_view text) {
+    std::string bytes;
+    while (!text.empty()) {
+        const char letter = text.front();
+        text.remove_prefix(1);
+        if (letter != '\\') {
+            bytes += letter;
+        } else if (!text.empty()) {
+            TakeEscape(text, bytes);
+        }
+    }
+    return bytes;
+}
+
 CharacterCollection CollectionOf(PdfObject font) {
     const Resolved info(DictGet(font, names::kCIDSystemInfo));
     const Resolved registry(DictGet(info.Get(), names::kRegistry));
     const Resolved ordering(DictGet(info.Get(), names::kOrdering));
-    return {.registry = TextOfString(registry.Get()), .ordering = TextOfString(ordering.Get())};
+    return {.registry = LiteralTextOf(registry.Get()), .ordering = LiteralTextOf(ordering.Get())};
 }
 
 bool IsSerif(PdfObject font) {
@@ -40,7 +90,7 @@ void CharacterCollection::AppendSystemInfo(OutputPiece& text) const {
 }
 
 void CharacterCollection::AppendName(OutputPiece& text) const {
-    text.Append("/").Append(Token(registry + "-" + ordering)).Append(" ");
+    text.Append("/").Append(Token(BytesOfText(registry) + "-" + BytesOfText(ordering))).Append(" ");
 }
 
 CIDFontResource::CIDFontResource(FontSource source, std::uint32_t kind, std::uint32_t programKey)

@@ -13,14 +13,14 @@
 
 namespace zorvan {
 
-/// What a glyph collection is called: `Registry` and `Ordering`.
+/// What a glyph collection is called: `Registry` and `Ordering`, as texts between parentheses.
 struct CharacterCollection {
     std::string registry;
     std::string ordering;
 
     /// The "/CIDSystemInfo" dictionary, in the lines that fonts and CMaps share.
     void AppendSystemInfo(OutputPiece& text) const;
-    /// "/Registry-Ordering" and a blank: one name.
+    /// "/Registry-Ordering" and a blank: one name, of what the texts stand for.
     void AppendName(OutputPiece& text) const;
 };
 

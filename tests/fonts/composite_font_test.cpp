@@ -1,4 +1,5 @@
 // Composite fonts: what they write of their CID-keyed fonts, and the line that composes them.
+#include <array>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -157,16 +158,20 @@ TEST(CompositeFont, IsNamedByItsGenerationToo) {
     EXPECT_EQ(DefinitionsOf(pdf), Line("Part", "/Identity-H ", "SansSerif", 0, "Adobe-Japan1", "N10-2"));
 }
 
+/// A program of one empty glyph.
+std::string EmptyTrueType() {
+    return TrueTypeBuilder()
+        .Table("head", Head({0, 0, 1, 1}))
+        .Table("maxp", Maxp(1))
+        .Table("loca", Words({0, 0}))
+        .Bytes();
+}
+
 TEST(CompositeFont, HasItsCollectionEscapedInStringsAndAsOneTokenInTheName) {
     PdfBuilder pdf = CompositePage(
         "/Subtype /CIDFontType2 /CIDSystemInfo << /Registry (A\\)b\\\\) /Ordering <4A2031> >> "
         "/FontDescriptor 12 0 R");
-    pdf.Object(12, "<< /FontFile2 13 0 R >>");
-    pdf.Stream(13, TrueTypeBuilder()
-                       .Table("head", Head({0, 0, 1, 1}))
-                       .Table("maxp", Maxp(1))
-                       .Table("loca", Words({0, 0}))
-                       .Bytes());
+    pdf.Object(12, "<< /FontFile2 13 0 R >>").Stream(13, EmptyTrueType());
     const std::string setup = DefinitionsOf(pdf);
     EXPECT_EQ(CountOf(setup, "/Registry (A\\)b\\\\) def\n/Ordering (J 1) def\n/Supplement 0 def\n"), 2);
     const std::string name = Between(setup, " [(Part)] ", " [ /SansSerif ]");
@@ -195,6 +200,23 @@ TEST(CompositeFont, HasItsCollectionAsOneTokenWhateverItHolds) {
     EXPECT_EQ(name("(" + std::string(100, 'r') + ")", "(" + std::string(100, 'o') + ")"),
               "/" + std::string(100, 'r') + "-" + std::string(26, 'o'));
     EXPECT_EQ(name("()", "()"), "/-");
+}
+
+// The device looks for a font of its own under the name, and compares it with the strings of its fonts.
+TEST(CompositeFont, HasItsCollectionNamedAsTheDeviceReadsItsStrings) {
+    const std::vector<std::array<std::string, 4>> collections{
+        {"(Adobe)", R"((Ident\151ty))", R"(Ident\151ty)", "Adobe-Identity"},
+        {"(Ado\\\nbe)", "(\\1122\\60\\\r\n)", "\\1122\\60\\\r\n", "Adobe-J20"},
+        {R"((A\dobe))", R"((J\)\\\n))", R"(J\)\\\n)", R"(Adobe-J$\$)"},
+        {"(Adobe)", "<4A5C6E31>", R"(J\\n1)", R"(Adobe-J\n1)"}};
+    for (const auto& [registry, ordering, text, name] : collections) {
+        PdfBuilder pdf = CompositePage("/Subtype /CIDFontType2 /CIDSystemInfo << /Registry " + registry +
+                                       " /Ordering " + ordering + " >> /FontDescriptor 12 0 R");
+        pdf.Object(12, "<< /FontFile2 13 0 R >>").Stream(13, EmptyTrueType());
+        const std::string setup = DefinitionsOf(pdf);
+        EXPECT_EQ(CountOf(setup, "/Ordering (" + text + ") def\n"), 2) << setup;
+        EXPECT_EQ(Between(setup, " [(Part)] ", " [ /SansSerif ]"), "/" + name);
+    }
 }
 
 TEST(CompositeFont, HasTheLongestNamesWhole) {
