@@ -11,6 +11,8 @@
 namespace zorvan::cli {
 namespace {
 
+constexpr char kPasswordMark = '=';
+
 constexpr char kFooter[] = R"(Without OUTPUT the PostScript goes beside INPUT under its name with .ps.
 
 Exit status:
@@ -83,7 +85,7 @@ Options Settle(const CLI::App& app, RawOptions& raw) {
         options.pages = PageRanges(raw.pages);
     }
     if (given("--password")) {
-        options.password = raw.password;
+        options.password = raw.password.substr(raw.password.empty() ? 0 : 1);  // without the mark
     }
     if (given("--password-file")) {
         options.passwordFile = raw.passwordFile;
@@ -111,15 +113,19 @@ bool EndsInPdf(const std::string& name) {
            });
 }
 
-/// The arguments from last to first, as CLI11 wants them. A password may begin with "-", so it is tied to its
-/// option.
+/// The arguments from last to first, as CLI11 wants them. A password may begin with "-" or be empty, so it is
+/// tied to its option, with a letter in front that is no part of it.
 std::vector<std::string> ArgumentsFrom(int argc, const char* const* argv) {
-    constexpr std::string_view kPassword = "--password";
+    const std::string option = "--password";
     std::vector<std::string> arguments;
     for (int i = 1; i < argc; ++i) {
-        arguments.emplace_back(argv[i]);
-        if (argv[i] == kPassword && i + 1 < argc) {
-            arguments.back().append("=").append(argv[++i]);
+        const std::string argument = argv[i];
+        if (argument == option && i + 1 < argc) {
+            arguments.push_back(option + "=" + kPasswordMark + argv[++i]);
+        } else if (argument.starts_with(option + "=")) {
+            arguments.push_back(option + "=" + kPasswordMark + argument.substr(option.size() + 1));
+        } else {
+            arguments.push_back(argument);
         }
     }
     std::ranges::reverse(arguments);

@@ -10,10 +10,10 @@ namespace zorvan {
 class StepBudget {
 public:
     void Renew(std::uint64_t steps) { left_ = steps; }
-    /// Takes steps, a byte read being about one; false when they are used up, and from then on.
+    /// Takes steps, a byte read being about one; false, and takes none, when there are not so many left.
     [[nodiscard]] bool Take(std::uint64_t steps) noexcept {
         const bool enough = steps <= left_;
-        left_ = enough ? left_ - steps : 0;
+        left_ -= enough ? steps : 0;
         return enough;
     }
     /// The same, but throws std::bad_alloc: the call then ends like one whose memory is used up.

@@ -92,6 +92,13 @@ TEST(Options, NeverTellWhatMayBeAPassword) {
 TEST(Options, TakeAnEmptyPassword) {
     EXPECT_EQ(Parsed({"in.pdf", "--password="}).password, "");
     EXPECT_EQ(Parsed({"in.pdf", "--password", ""}).password, "");
+    EXPECT_EQ(Parsed({"in.pdf", "--password"}).password, "");
+    for (const std::vector<const char*>& first : {std::vector{"--password", ""}, {"--password="}}) {
+        std::vector<const char*> arguments = first;
+        arguments.insert(arguments.end(), {"in.pdf", "out.ps"});
+        EXPECT_EQ(Parsed(arguments).input, "in.pdf");
+        EXPECT_EQ(Parsed(arguments).password, "");
+    }
 }
 
 TEST(Options, LeaveTheOutputEmptyForInfo) {

@@ -218,7 +218,7 @@ TEST(CcittParameters, AreUnusableOutOfTheirRanges) {
         EXPECT_EQ(DecodeFax(parameters, Bits("10011")), (Decoded{"", Progress::kDamaged}));
     }
     ExpectCode(WithoutEndOfBlock(FaxParameters(-1, FILTER_CCITT_MAXIMUM_COLUMNS)),
-               std::string(FILTER_CCITT_MAXIMUM_COLUMNS / 8, '\xFF'), "1");
+               std::string(FILTER_CCITT_MAXIMUM_COLUMNS / 8 + 1, '\xFF'), "1");
 }
 
 TEST(CcittRoundTrip, GivesBackBitmapsOfEveryFormAndWidth) {
@@ -397,8 +397,8 @@ TEST(CcittDecoder, KnowsZerosThatFillAByteFromAnEndOfLine) {
 
 TEST(CcittRoundTrip, TakesRowsOfManyChangesBesideBlankOnesOfAnyWidth) {
     // Were each row searched anew for each change of the other, this would take hours.
-    const FilterCcittParameters parameters = FaxParameters(-1, FILTER_CCITT_MAXIMUM_COLUMNS);
     constexpr std::size_t kBytes = FILTER_CCITT_MAXIMUM_COLUMNS / 8;
+    const FilterCcittParameters parameters = FaxParameters(-1, 8 * kBytes);
     const std::string blank(kBytes, '\xFF');
     const std::string black(kBytes, '\0');
     const std::string lines(kBytes, '\xAA');
