@@ -36,7 +36,8 @@ std::unique_ptr<ResourceScope> ResourceScope::OfDictionary(PdfObject dictionary)
 }
 
 void ResourceScope::TakeCategory(PdfObject dictionary) {
-    constexpr std::uint64_t kEntrySteps = 64;  // what it takes up; forms without number may share a dictionary
+    // About the bytes that it takes up: forms without number may share one dictionary of many names.
+    constexpr std::uint64_t kEntrySteps = 64;
     CurrentPdfFile()->Charge(kEntrySteps * DictSlotCount(dictionary));
     const auto first = static_cast<std::ptrdiff_t>(entries_.size());
     for (std::uint32_t i = 0; i < DictSlotCount(dictionary); ++i) {

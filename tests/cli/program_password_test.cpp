@@ -18,7 +18,8 @@ using testing::StartsWith;
 class ProgramPassword : public testing::Test {
 protected:
     ProgramPassword() {
-        const RunResult expanded = cli::Run({ZORVAN_PYTHON, ZORVAN_EXPANDER, ZORVAN_ENCRYPTED_TEMPLATE, pdf_});
+        const RunResult expanded =
+            cli::Run({ZORVAN_PYTHON, ZORVAN_EXPANDER, ZORVAN_ENCRYPTED_TEMPLATE, pdf_});
         EXPECT_EQ(expanded.exitCode, 0) << expanded.err;
     }
 
