@@ -9,7 +9,6 @@ foreach(target font_cmap font_cid)
   zorvan_fuzz_target(${target}
     SOURCES ${PROJECT_SOURCE_DIR}/fuzz/${target}.cpp ${PROJECT_SOURCE_DIR}/tests/support/pdf_builder.cpp
     LIBRARIES zorvan_core)
-  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests)
-  target_compile_definitions(${target} PRIVATE FILTER_FOLDER="$<TARGET_FILE_DIR:Filter>/")
-  add_dependencies(${target} Filter)
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  zorvan_fuzz_job(${target})
 endforeach()
