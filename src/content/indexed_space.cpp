@@ -159,7 +159,8 @@ Status IndexedSpace::WriteDecodedTable(StreamReader& reader) const {
     const auto wanted = static_cast<std::uint64_t>(
         std::max<std::int64_t>(0, (std::int64_t{highest_} + 1) * base_.Components()));
     // A table that is too short is left out whole: the prolog fills it up.
-    return EmbedAscii85String(wanted <= data.Size() ? data.Bytes().first(wanted) : Bytes());
+    const bool isWhole = wanted <= data.Size();
+    return EmbedAscii85String(isWhole ? data.Bytes().first(static_cast<std::size_t>(wanted)) : Bytes());
 }
 
 }  // namespace zorvan

@@ -55,7 +55,7 @@ Status XrefReader::ReadChain() {
     const std::uint64_t newest = NewestSection(endMarker);
     std::uint64_t previous = 0;
     {
-        const OwnedObject dictionary = TrailerDictionary(FindForward(bytes_, newest, kTrailer));
+        const OwnedObject dictionary = TrailerDictionary(FindForward(bytes_, PlaceOf(newest), kTrailer));
         TakeTrailer(dictionary.Get());
         previous = PreviousSection(dictionary.Get());
     }
@@ -115,11 +115,16 @@ std::uint64_t XrefReader::PreviousSection(PdfObject trailerDictionary) {
     return static_cast<std::uint64_t>(std::max(0, IntegerOf(DictGet(trailerDictionary, names::kPrev))));
 }
 
+// The file's end for what lies beyond, which a size need not be able to tell.
+std::size_t XrefReader::PlaceOf(std::uint64_t offset) const {
+    return static_cast<std::size_t>(std::min<std::uint64_t>(offset, bytes_.size()));
+}
+
 std::size_t XrefReader::ReadSection(std::uint64_t offset) {
     if (offset >= bytes_.size()) {
         return kNotFound;
     }
-    const std::size_t start = SkipStructureBlanks(bytes_, offset);
+    const std::size_t start = SkipStructureBlanks(bytes_, PlaceOf(offset));
     if (!StandsAt(bytes_, start, "xref")) {
         return kNotFound;
     }

@@ -27,6 +27,7 @@ private:
     void TakeTrailer(PdfObject dictionary);
     void TakeIdentifiers(PdfObject array);
 
+    [[nodiscard]] std::size_t PlaceOf(std::uint64_t offset) const;
     /// Reads one section; the position behind its "trailer", or kNotFound when it has none.
     std::size_t ReadSection(std::uint64_t offset);
     std::size_t ReadSubsection(std::size_t position);

@@ -88,11 +88,11 @@ void ResourceScope::Register() {
 
 const ScopeEntry* ResourceScope::Find(ResourceCategory category, std::uint32_t name) const {
     const std::size_t list = ListOf(category);
-    const auto first = byName_.begin() + firstOfList_[list];
-    const auto last = byName_.begin() + firstOfList_[list + 1];
-    const auto found = std::lower_bound(first, last, name, [this](std::uint32_t place, std::uint32_t wanted) {
-        return entries_[place].name < wanted;
-    });
+    const auto* const first = byName_.data() + firstOfList_[list];
+    const auto* const last = byName_.data() + firstOfList_[list + 1];
+    const auto* const found = std::lower_bound(
+        first, last, name,
+        [this](std::uint32_t place, std::uint32_t wanted) { return entries_[place].name < wanted; });
     return found == last || entries_[*found].name != name ? nullptr : &entries_[*found];
 }
 
