@@ -12,7 +12,7 @@ import sys
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 FLOORS = {"platform": 1, "pdf": 2, "ps": 3, "content": 4, "fonts": 5, "paint": 5, "api": 6}
-DOORS = {"api/status.h", "api/error_record.h", "api/current_job.h"}
+DOORS = {"api/status.h", "api/error_record.h", "api/current_job.h", "api/error_table.inc"}
 APART = ("cli", "filter")
 KINDS = (".h", ".cpp", ".c", ".inc")
 

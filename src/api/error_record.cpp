@@ -4,24 +4,23 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/language.h"
+#include "platform/message_table.h"
 
 namespace zorvan {
 namespace {
 
 struct ErrorRow {
     Status code;
-    const char* english;
-    const char* chinese;
+    unsigned messageId;
 };
 
 constexpr ErrorRow kErrorRows[] = {
-#define ZORVAN_ERROR(code, name, messageId, english, chinese) {Status::name, english, chinese},
+#define ZORVAN_ERROR(code, name, messageId, english, chinese) {Status::name, messageId},
 #include "api/error_table.inc"
 #undef ZORVAN_ERROR
 };
 
-constexpr ErrorRow kUnknown = {Status::kOk, "Unknown error.", "未知错误。"};
+constexpr unsigned kOtherCodes = 1;
 
 }  // namespace
 
@@ -29,8 +28,7 @@ const char* MessageText(Status code) {
     const auto* const row =
         std::find_if(std::begin(kErrorRows), std::end(kErrorRows),
                      [code](const ErrorRow& candidate) { return candidate.code == code; });
-    const ErrorRow& found = row == std::end(kErrorRows) ? kUnknown : *row;
-    return UserLanguage() == Language::kChinese ? found.chinese : found.english;
+    return MessageOf(row == std::end(kErrorRows) ? kOtherCodes : row->messageId);
 }
 
 void ErrorRecord::Append(std::span<const std::uint8_t> bytes) {

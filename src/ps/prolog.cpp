@@ -8,15 +8,10 @@ namespace zorvan {
 std::string_view Prolog::Text(unsigned identifier) const {
     const auto found =
         std::ranges::find_if(resources_, [identifier](const auto& each) { return each.id == identifier; });
-    if (found == resources_.end()) {
+    if (found == resources_.end() || found->size == 0) {
         return "";  // and not a null pointer, which no host expects
     }
     return {reinterpret_cast<const char*>(found->bytes), found->size};
-}
-
-const Prolog* BuiltInProlog() {
-    static const Prolog prolog{kPrologResources};
-    return &prolog;
 }
 
 }  // namespace zorvan

@@ -21,7 +21,7 @@ private:
     std::span<const PrologResource> resources_;
 };
 
-/// The texts that are built in.
+/// The texts that the library carries; null when its module cannot be found.
 const Prolog* BuiltInProlog();
 
 }  // namespace zorvan
