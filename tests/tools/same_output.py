@@ -1,0 +1,40 @@
+#!/usr/bin/env python3
+"""same_output.py PROGRAM OTHER FOLDER: two builds of the program write the same bytes, and end with the same code, for
+every PDF below the folder, with --page-size=none and without."""
+import concurrent.futures
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+
+def converted(program, pdf, options):
+    with tempfile.TemporaryDirectory() as folder:
+        output = pathlib.Path(folder) / "out.ps"
+        command = [program, "--quiet", "--keep-going", *options, pdf, output]
+        code = subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=300, check=False)
+        return code.returncode, output.read_bytes() if output.exists() else None
+
+
+def differs(programs, pdf):
+    for options in ([], ["--page-size=none"]):
+        first, second = (converted(program, pdf, options) for program in programs)
+        if first != second:
+            return f"{pdf}: differs (exit codes {first[0]} and {second[0]})"
+    return None
+
+
+def main(*arguments):
+    *programs, folder = (pathlib.Path(argument).resolve() for argument in arguments)
+    pdfs = sorted(folder.rglob("*.pdf"))
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        found = list(filter(None, pool.map(lambda pdf: differs(programs, pdf), pdfs)))
+    print("\n".join(found) or f"{len(pdfs)} files, the same bytes")
+    return 1 if found or not pdfs else 0
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 4:
+        sys.exit(__doc__)
+    sys.exit(main(*sys.argv[1:]))
