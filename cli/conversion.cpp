@@ -51,7 +51,11 @@ ExitCode Conversion::Run(const std::string& path) {
 
 void Conversion::Open(const std::string& path) {
     if (const int status = session_.OpenFile(path, options_.password, sink_); status != 0) {
-        Fail(OpeningFailure(status), "cannot be opened as a PDF", status);
+        // The file was opened before the library saw it: that it cannot be read is not the reason.
+        const bool isTooLarge = status == kNotMapped;
+        Fail(OpeningFailure(status),
+             isTooLarge ? "is too large to be mapped whole into memory" : "cannot be opened as a PDF",
+             status);
     }
     pageCount_ = session_.PageCount();
     if (pageCount_ == 0) {

@@ -4,11 +4,11 @@
 #include <cerrno>
 #include <system_error>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "cli/failure.h"
+#include "cli/system.h"
 
 namespace zorvan::cli {
 namespace {
@@ -19,9 +19,7 @@ namespace {
 
 }  // namespace
 
-// Without O_NONBLOCK the opening of a FIFO would wait for a writer.
-InputFile::InputFile(const std::string& path)
-    : path_(path), descriptor_(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+InputFile::InputFile(const std::string& path) : path_(path), descriptor_(OpenWithoutWaiting(path)) {
     if (descriptor_ < 0) {
         RejectInput(path_, std::generic_category().message(errno));
     }
@@ -55,7 +53,7 @@ void InputFile::Check() const {
 
 std::string InputFile::LibraryPath() const {
     constexpr std::size_t kLongestPath = 259;
-    return path_.size() <= kLongestPath ? path_ : "/proc/self/fd/" + std::to_string(descriptor_);
+    return ShortPath(path_, descriptor_, kLongestPath);
 }
 
 }  // namespace zorvan::cli

@@ -20,6 +20,7 @@ struct LibraryError {
 constexpr int kNoJob = -1;
 constexpr int kOutOfMemory = -4088;
 constexpr int kNoProlog = -4087;
+constexpr int kNotMapped = -4086;
 constexpr int kWrongPassword = -4068;
 
 // Begins the job when it is made and ends it when it dies; a file that is open then gets no trailer. The

@@ -3,8 +3,8 @@
 
 #include <unistd.h>
 
-#include "cli/descriptor.h"
 #include "cli/printable_text.h"
+#include "cli/system.h"
 
 namespace zorvan::cli {
 

@@ -144,6 +144,7 @@ std::string NamePart(const std::string& argument) {
 
 std::variant<Options, Notice> ParseOptions(int argc, const char* const* argv) {
     CLI::App app("Converts a PDF file to DSC 3.0 PostScript for Language Level 3 devices.", "zorvan");
+    app.allow_windows_style_options(false);  // a path may begin with a slash there, too
     app.set_help_flag("--help,-h", "Print this help");
     app.set_version_flag("--version", "zorvan " ZORVAN_VERSION, "Print the version");
     app.footer(kFooter);

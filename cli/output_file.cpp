@@ -2,30 +2,16 @@
 #include "cli/output_file.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "cli/descriptor.h"
 #include "cli/failure.h"
 #include "cli/signals.h"
+#include "cli/system.h"
 
 namespace zorvan::cli {
-namespace {
-
-// What a newly created file may be, where mkostemp allows the owner alone.
-mode_t NewFileMode() {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return static_cast<mode_t>(0666U & ~mask);
-}
-
-}  // namespace
 
 OutputFile::OutputFile(const std::string& target) : name_(target), target_(target) {
     if (target == "-") {
@@ -43,8 +29,7 @@ OutputFile::OutputFile(const std::string& target) : name_(target), target_(targe
         return;
     }
     SettleTarget();
-    const std::string folder = std::filesystem::path(target_).parent_path().string();
-    OpenTemporaryFile(folder.empty() ? "." : folder);
+    OpenTemporaryFile(FolderOf(target_));
 }
 
 OutputFile::~OutputFile() {
@@ -56,7 +41,7 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::OpenDirectly() {
-    descriptor_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+    descriptor_ = OpenExistingForWriting(target_);
     if (descriptor_ < 0) {
         ThrowOutputFailure(name_, errno);
     }
@@ -65,29 +50,25 @@ void OutputFile::OpenDirectly() {
 // A symbolic link stays one: the file that it leads to is replaced. A file that may not be written is not
 // replaced either, although the folder would allow it.
 void OutputFile::SettleTarget() {
-    std::error_code isNew;
-    const std::filesystem::path resolved = std::filesystem::canonical(target_, isNew);
-    if (isNew) {
+    if (!IsThere(target_)) {
         return;
     }
-    target_ = resolved.string();
+    target_ = WithLinksResolved(target_);
     if (::access(target_.c_str(), W_OK) != 0) {
         ThrowOutputFailure(name_, errno);
     }
 }
 
 void OutputFile::OpenTemporaryFile(const std::string& folder) {
-    std::string path = folder + "/.zorvan-XXXXXX";
+    std::string path;
     const SignalsHeld held;
-    descriptor_ = ::mkostemp(path.data(), O_CLOEXEC);
+    descriptor_ = CreateBeside(folder, path);
     if (descriptor_ < 0) {
         ThrowOutputFailure(name_ + ": no file can be created beside it", errno);
     }
     temporaryPath_ = path;
     RemoveOnSignal(path);
-    if (::fchmod(descriptor_, NewFileMode()) != 0) {
-        error_ = errno;
-    }
+    error_ = GiveUsualPermissions(descriptor_);
 }
 
 bool OutputFile::WriteBehindBuffer(const char* bytes, std::size_t count) {
@@ -129,10 +110,8 @@ bool OutputFile::TakeBackTo(std::uint64_t position) {
     }
     used_ = 0;
     flushed_ = position;
-    const auto offset = static_cast<off_t>(position);
-    const bool done =
-        ::ftruncate(descriptor_, offset) == 0 && ::lseek(descriptor_, offset, SEEK_SET) == offset;
-    return done || Refuse(errno);
+    const int error = CutAt(descriptor_, position);
+    return error == 0 || Refuse(error);
 }
 
 void OutputFile::Commit() {
@@ -146,8 +125,8 @@ void OutputFile::Commit() {
         ThrowOutputFailure(name_, errno);
     }
     const SignalsHeld held;
-    if (std::rename(temporaryPath_.c_str(), target_.c_str()) != 0) {
-        ThrowOutputFailure(name_, errno);
+    if (const int error = Rename(temporaryPath_, target_); error != 0) {
+        ThrowOutputFailure(name_, error);
     }
     temporaryPath_.clear();
     RemoveOnSignal("");
@@ -163,11 +142,6 @@ void OutputFile::Close() {
     if (descriptor_ > STDERR_FILENO) {
         ::close(descriptor_);
     }
-}
-
-bool IsSameFile(const std::string& one, const std::string& other) {
-    std::error_code ignored;
-    return std::filesystem::equivalent(one, other, ignored);
 }
 
 }  // namespace zorvan::cli

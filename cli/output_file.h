@@ -63,7 +63,4 @@ private:
     std::unique_ptr<char[]> buffer_ = std::make_unique<char[]>(kBufferSize);
 };
 
-// Whether both names lead to one file.
-bool IsSameFile(const std::string& one, const std::string& other);
-
 }  // namespace zorvan::cli

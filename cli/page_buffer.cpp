@@ -4,14 +4,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdlib>
-#include <filesystem>
-#include <string>
 
-#include <fcntl.h>
 #include <unistd.h>
 
-#include "cli/descriptor.h"
+#include "cli/system.h"
 
 namespace zorvan::cli {
 
@@ -37,16 +33,9 @@ bool PageBuffer::Spill() {
 }
 
 bool PageBuffer::OpenTemporaryFile() {
-    std::error_code noFolder;
-    const std::filesystem::path folder = std::filesystem::temp_directory_path(noFolder);
-    std::string name = ((noFolder ? "/tmp" : folder) / "zorvan-page-XXXXXX").string();
-    file_ = ::mkostemp(name.data(), O_CLOEXEC);
-    if (file_ < 0) {
-        error_ = errno;
-        return false;
-    }
-    ::unlink(name.c_str());
-    return true;
+    file_ = CreateNameless(TemporaryFolder());
+    error_ = file_ < 0 ? errno : 0;
+    return file_ >= 0;
 }
 
 bool PageBuffer::Copy(std::uint64_t begin, std::uint64_t end, const Taker& take) {
@@ -64,7 +53,7 @@ bool PageBuffer::CopySpilled(std::uint64_t begin, std::uint64_t end, const Taker
     std::array<char, 65536> chunk{};
     while (begin < end) {
         const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(end - begin, chunk.size()));
-        const ssize_t got = ::pread(file_, chunk.data(), wanted, static_cast<off_t>(begin));
+        const std::ptrdiff_t got = ReadAt(file_, chunk.data(), wanted, begin);
         if (got <= 0) {
             error_ = got < 0 ? errno : EIO;
             return false;
@@ -82,9 +71,7 @@ void PageBuffer::Clear() {
     spilled_ = 0;
     if (file_ >= 0) {
         // The next spill starts over; a file that is never shortened would keep the largest page's size.
-        if (::ftruncate(file_, 0) != 0 || ::lseek(file_, 0, SEEK_SET) != 0) {
-            error_ = errno;
-        }
+        error_ = CutAt(file_, 0);
     }
 }
 

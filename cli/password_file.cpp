@@ -5,10 +5,10 @@
 #include <cerrno>
 #include <cstring>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include "cli/failure.h"
+#include "cli/system.h"
 
 namespace zorvan::cli {
 namespace {
@@ -46,7 +46,7 @@ void DropLineEnd(std::string& text) {
 
 std::string ReadPasswordFile(const std::string& path) {
     const bool standardInput = path == "-";
-    const int descriptor = standardInput ? STDIN_FILENO : ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const int descriptor = standardInput ? STDIN_FILENO : OpenForReading(path);
     std::string text;
     if (descriptor >= 0) {
         text = ReadBeginning(descriptor);

@@ -6,7 +6,6 @@
 #include <variant>
 #include <vector>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include "cli/conversion.h"
@@ -22,19 +21,10 @@
 #include "cli/password_file.h"
 #include "cli/progress_bar.h"
 #include "cli/signals.h"
+#include "cli/system.h"
 
 namespace zorvan::cli {
 namespace {
-
-// A file of ours that got the number of a closed standard stream would take that stream's text. What stands
-// in for it can only be read, so that writing to a closed standard output is an error still.
-void OccupyStandardStreams() {
-    int descriptor = ::open("/dev/null", O_RDONLY);
-    while (descriptor >= 0 && descriptor <= STDERR_FILENO) {
-        descriptor = ::open("/dev/null", O_RDONLY);
-    }
-    ::close(descriptor);
-}
 
 void Print(const std::string& text) {
     OutputFile output("-");
@@ -94,7 +84,7 @@ ExitCode RunCommandLine(int argc, const char* const* argv) {
 }  // namespace
 
 int RunProgram(int argc, const char* const* argv) {
-    OccupyStandardStreams();
+    PrepareStandardStreams();
     InstallSignalHandlers();
     try {
         return static_cast<int>(RunCommandLine(argc, argv));

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string>
 
-#include "cli/descriptor.h"
+#include "cli/system.h"
 
 namespace zorvan::cli {
 namespace {

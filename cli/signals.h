@@ -1,7 +1,7 @@
-// What a signal does to a job: it ends at once and leaves no temporary file.
+// What a signal does to a job: it ends at once and leaves no temporary file. On Windows the console's
+// interruptions are SIGINT and SIGTERM.
 #pragma once
 
-#include <csignal>
 #include <string>
 
 namespace zorvan::cli {
@@ -26,9 +26,6 @@ public:
     SignalsHeld(const SignalsHeld&) = delete;
     SignalsHeld& operator=(const SignalsHeld&) = delete;
     ~SignalsHeld();
-
-private:
-    sigset_t before_;
 };
 
 }  // namespace zorvan::cli

@@ -1,6 +1,4 @@
 // The handlers call async-signal-safe functions only: unlink, poll, write and _exit.
-#include "cli/signals.h"
-
 #include <array>
 #include <climits>
 #include <csignal>
@@ -10,6 +8,7 @@
 #include <unistd.h>
 
 #include "cli/failure.h"
+#include "cli/signals.h"
 
 namespace zorvan::cli {
 namespace {
@@ -19,6 +18,10 @@ constexpr std::string_view kTimeIsUp = "zorvan: the job is not done in the time 
 
 // Read by the handler, changed only while the signals are held.
 std::array<char, PATH_MAX + 1> temporaryPath{};
+
+// Who holds the signals back, and what was held back before the first of them.
+int holders = 0;
+sigset_t signalsBefore;
 
 void RemoveTemporaryFile() {
     if (temporaryPath[0] != '\0') {
@@ -78,18 +81,23 @@ void RemoveOnSignal(const std::string& path) {
     temporaryPath[length] = '\0';
 }
 
-SignalsHeld::SignalsHeld() : before_() {
+SignalsHeld::SignalsHeld() {
+    if (holders++ > 0) {
+        return;
+    }
     sigset_t signals;
     sigemptyset(&signals);
     for (const int signal : kStopSignals) {
         sigaddset(&signals, signal);
     }
     sigaddset(&signals, SIGALRM);
-    ::sigprocmask(SIG_BLOCK, &signals, &before_);
+    ::sigprocmask(SIG_BLOCK, &signals, &signalsBefore);
 }
 
 SignalsHeld::~SignalsHeld() {
-    ::sigprocmask(SIG_SETMASK, &before_, nullptr);
+    if (--holders == 0) {
+        ::sigprocmask(SIG_SETMASK, &signalsBefore, nullptr);
+    }
 }
 
 }  // namespace zorvan::cli

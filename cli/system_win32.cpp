@@ -1,0 +1,173 @@
+// The system as Windows has it. Its C library knows descriptors, too.
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <system_error>
+
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include "cli/system.h"
+
+namespace zorvan::cli {
+namespace {
+
+constexpr int kBinary = _O_BINARY | _O_NOINHERIT;
+
+int LastError() {
+    return std::error_code(static_cast<int>(GetLastError()), std::system_category())
+        .default_error_condition()
+        .value();
+}
+
+// Others may remove the file while it is open: the handler of an interruption does.
+int Create(const std::string& path, DWORD attributes) {
+    const HANDLE file =
+        CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                    CREATE_NEW, attributes, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        errno = LastError();
+        return -1;
+    }
+    return ::_open_osfhandle(reinterpret_cast<std::intptr_t>(file), kBinary);
+}
+
+bool Inform(const std::string& path, BY_HANDLE_FILE_INFORMATION& information) {
+    const HANDLE file = CreateFileA(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    const bool known = GetFileInformationByHandle(file, &information) != FALSE;
+    CloseHandle(file);
+    return known;
+}
+
+// Under a name that no other file has, which the system finds out.
+int CreateFresh(const std::string& folder, DWORD attributes, std::string& path) {
+    constexpr unsigned kTries = 1000;
+    for (unsigned i = 0; i < kTries; ++i) {
+        path = folder + "/.zorvan-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(i);
+        const int descriptor = Create(path, attributes);
+        if (descriptor >= 0 || errno != EEXIST) {
+            return descriptor;
+        }
+    }
+    return -1;
+}
+
+}  // namespace
+
+int OpenForReading(const std::string& path) {
+    return ::_open(path.c_str(), _O_RDONLY | kBinary);
+}
+
+int OpenWithoutWaiting(const std::string& path) {
+    return OpenForReading(path);
+}
+
+int OpenExistingForWriting(const std::string& path) {
+    return ::_open(path.c_str(), _O_WRONLY | kBinary);
+}
+
+int CreateBeside(const std::string& folder, std::string& path) {
+    return CreateFresh(folder, FILE_ATTRIBUTE_NORMAL, path);
+}
+
+int CreateNameless(const std::string& folder) {
+    std::string path;
+    return CreateFresh(folder, FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, path);
+}
+
+// A new file takes its folder's permissions.
+int GiveUsualPermissions(int /*descriptor*/) {
+    return 0;
+}
+
+int WriteAll(int descriptor, const char* bytes, std::size_t count) {
+    while (count > 0) {
+        constexpr std::size_t kMost = std::size_t{1} << 20U;
+        const int written = ::_write(descriptor, bytes, static_cast<unsigned>(std::min(count, kMost)));
+        if (written < 0) {
+            return errno;
+        }
+        bytes += written;
+        count -= static_cast<std::size_t>(written);
+    }
+    return 0;
+}
+
+std::ptrdiff_t ReadAt(int descriptor, char* bytes, std::size_t count, std::uint64_t position) {
+    const __int64 before = ::_lseeki64(descriptor, 0, SEEK_CUR);
+    if (before < 0 || ::_lseeki64(descriptor, static_cast<__int64>(position), SEEK_SET) < 0) {
+        return -1;
+    }
+    const int got = ::_read(descriptor, bytes, static_cast<unsigned>(count));
+    ::_lseeki64(descriptor, before, SEEK_SET);
+    return got;
+}
+
+int CutAt(int descriptor, std::uint64_t position) {
+    const auto offset = static_cast<__int64>(position);
+    const int error = ::_chsize_s(descriptor, offset);
+    return error == 0 && ::_lseeki64(descriptor, offset, SEEK_SET) != offset ? errno : error;
+}
+
+// Otherwise the C library puts line ends of its own into what is written.
+void PrepareStandardStreams() {
+    for (const int descriptor : {0, 1, 2}) {
+        ::_setmode(descriptor, _O_BINARY);
+    }
+}
+
+// The second byte of a letter can look like a separator.
+std::string FolderOf(const std::string& path) {
+    std::size_t end = std::string::npos;
+    for (std::size_t at = 0; at < path.size(); ++at) {
+        const char letter = path[at];
+        if (IsDBCSLeadByte(static_cast<BYTE>(letter)) != FALSE) {
+            ++at;
+        } else if (letter == '/' || letter == '\\' || letter == ':') {
+            end = letter == ':' || at == 0 ? at + 1 : at;
+        }
+    }
+    return end == std::string::npos ? "." : path.substr(0, end);
+}
+
+std::string TemporaryFolder() {
+    std::array<char, MAX_PATH + 1> path{};
+    return GetTempPathA(MAX_PATH, path.data()) == 0 ? "." : path.data();
+}
+
+std::string ProgramFolder() {
+    std::array<char, MAX_PATH + 1> path{};
+    return GetModuleFileNameA(nullptr, path.data(), MAX_PATH) == 0 ? "." : FolderOf(path.data());
+}
+
+bool IsThere(const std::string& path) {
+    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool IsSameFile(const std::string& one, const std::string& other) {
+    BY_HANDLE_FILE_INFORMATION first{};
+    BY_HANDLE_FILE_INFORMATION second{};
+    return Inform(one, first) && Inform(other, second) &&
+           first.dwVolumeSerialNumber == second.dwVolumeSerialNumber &&
+           first.nFileIndexHigh == second.nFileIndexHigh && first.nFileIndexLow == second.nFileIndexLow;
+}
+
+std::string WithLinksResolved(const std::string& path) {
+    return path;  // links are rare there, and need rights that few have
+}
+
+int Rename(const std::string& from, const std::string& to) {
+    return MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE ? 0 : LastError();
+}
+
+// The system itself takes no longer paths than the library does.
+std::string ShortPath(const std::string& path, int /*descriptor*/, std::size_t /*longest*/) {
+    return path;
+}
+
+}  // namespace zorvan::cli
