@@ -1,5 +1,5 @@
 // Loading modules with LoadLibrary.
-#include <algorithm>
+#include <array>
 
 #include <windows.h>
 
@@ -25,14 +25,19 @@ private:
     DWORD before_ = 0;
 };
 
+// A name or a folder that is told from the current one would be searched for in the program's and the
+// system's folders; only the host's folder counts.
+std::string FullPath(const std::string& path) {
+    std::array<char, MAX_PATH + 1> full{};
+    const DWORD length = GetFullPathNameA(path.c_str(), MAX_PATH, full.data(), nullptr);
+    return length == 0 || length > MAX_PATH ? path : std::string(full.data(), length);
+}
+
 }  // namespace
 
 bool LoadableModule::Load(const std::string& path) {
-    // A name without a folder would be searched for in the system's folders; only the host's folder counts.
-    std::string exact = path.find_first_of("/\\:") == std::string::npos ? ".\\" + path : path;
-    std::replace(exact.begin(), exact.end(), '/', '\\');  // the loader knows no other separator
     const NoWindows noWindows;
-    handle_ = LoadLibraryA(exact.c_str());
+    handle_ = LoadLibraryA(FullPath(path).c_str());
     return handle_ != nullptr;
 }
 
