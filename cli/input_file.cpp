@@ -13,6 +13,8 @@
 namespace zorvan::cli {
 namespace {
 
+constexpr const char* kIsFolder = "is a directory, not a PDF file";
+
 [[noreturn]] void RejectInput(const std::string& path, const std::string& reason) {
     throw Failure(ExitCode::kBadInput, path + ": " + reason);
 }
@@ -21,7 +23,8 @@ namespace {
 
 InputFile::InputFile(const std::string& path) : path_(path), descriptor_(OpenWithoutWaiting(path)) {
     if (descriptor_ < 0) {
-        RejectInput(path_, std::generic_category().message(errno));
+        const int error = errno;
+        RejectInput(path_, IsFolder(path_) ? kIsFolder : std::generic_category().message(error));
     }
     try {
         Check();
@@ -41,7 +44,7 @@ void InputFile::Check() const {
         RejectInput(path_, std::generic_category().message(errno));
     }
     if (S_ISDIR(status.st_mode)) {
-        RejectInput(path_, "is a directory, not a PDF file");
+        RejectInput(path_, kIsFolder);
     }
     if (!S_ISREG(status.st_mode)) {
         RejectInput(path_, "is not a regular file");

@@ -19,12 +19,11 @@ OutputFile::OutputFile(const std::string& target) : name_(target), target_(targe
         descriptor_ = STDOUT_FILENO;
         return;
     }
-    struct stat status = {};
-    const bool exists = ::stat(target.c_str(), &status) == 0;
-    if (exists && S_ISDIR(status.st_mode)) {
+    if (IsFolder(target)) {
         ThrowOutputFailure(name_, EISDIR);
     }
-    if (exists && !S_ISREG(status.st_mode)) {
+    struct stat status = {};
+    if (::stat(target.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
         OpenDirectly();
         return;
     }

@@ -36,6 +36,7 @@ std::string FolderOf(const std::string& path);  // "." where the path names none
 std::string TemporaryFolder();
 std::string ProgramFolder();  // where the running program stands
 bool IsThere(const std::string& path);
+bool IsFolder(const std::string& path);
 bool IsSameFile(const std::string& one, const std::string& other);  // whether both names lead to one
 std::string WithLinksResolved(const std::string& path);             // of a file that is there
 // Gives a file another name, which may be an earlier file's. The result is 0 or an errno.

@@ -109,6 +109,11 @@ bool IsThere(const std::string& path) {
     return std::filesystem::exists(path, ignored);
 }
 
+bool IsFolder(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::is_directory(path, ignored);
+}
+
 bool IsSameFile(const std::string& one, const std::string& other) {
     std::error_code ignored;
     return std::filesystem::equivalent(one, other, ignored);
