@@ -27,7 +27,7 @@ void Report(benchmark::State& state) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(kSize));
 }
 
-int DropBytes(const int* /*slot*/, const void* bytes, unsigned int count, unsigned int* written) {
+int ZORVAN_CALL DropBytes(const int* /*slot*/, const void* bytes, unsigned int count, unsigned int* written) {
     benchmark::DoNotOptimize(bytes);
     *written = count;
     return 1;

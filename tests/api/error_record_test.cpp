@@ -1,13 +1,13 @@
 // The error table in both languages, and what is recorded of an error.
 #include "api/error_record.h"
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 
 #include "support/job_fixture.h"
+#include "support/language_setting.h"
 #include "support/pdf_builder.h"
 
 namespace zorvan::test {
@@ -55,18 +55,6 @@ constexpr const char* kEnglish[] = {"Invalid data type.",
                                     "Illegal PDF file.",
                                     "Invalid file access. Check your password, please."};
 
-/// Sets the user's language for the length of a block.
-class UserLocale {
-public:
-    explicit UserLocale(const char* name) {
-        unsetenv("LC_MESSAGES");
-        setenv("LC_ALL", name, 1);
-    }
-    ~UserLocale() { unsetenv("LC_ALL"); }
-    UserLocale(const UserLocale&) = delete;
-    UserLocale& operator=(const UserLocale&) = delete;
-};
-
 std::span<const std::uint8_t> AsBytes(std::string_view text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
@@ -103,21 +91,21 @@ TEST(ErrorTable, RunsWithoutAGapFrom4095To4068AndLeavesMessage4Out) {
 TEST(ErrorTable, HasEveryMessageInBothLanguages) {
     for (const Row& row : kTable) {
         const auto code = static_cast<Status>(row.code);
-        EXPECT_STREQ((UserLocale("en_US.UTF-8"), MessageText(code)), row.english);
-        const UserLocale chinese("zh_CN.UTF-8");
+        EXPECT_STREQ((LanguageSetting("en_US.UTF-8"), MessageText(code)), row.english);
+        const LanguageSetting chinese("zh_CN.UTF-8");
         EXPECT_STREQ(MessageText(code), row.chinese);
         EXPECT_GT(static_cast<unsigned char>(row.chinese[0]), 0x7F) << row.code;
     }
 }
 
 TEST(ErrorTable, SpeaksOfTheUsersPasswordInChineseUnder8) {
-    const UserLocale chinese("zh_CN");
+    const LanguageSetting chinese("zh_CN");
     EXPECT_STREQ(MessageText(Status::kInvalidFileAccess), "用户口令错误。");
 }
 
 TEST(ErrorTable, IsEnglishForEveryOtherLanguage) {
     for (const char* const name : {"C", "de_DE.UTF-8", "zh_TW.UTF-8", "POSIX"}) {
-        const UserLocale locale(name);
+        const LanguageSetting locale(name);
         EXPECT_STREQ(MessageText(Status::kDecodeError), "Decode error.") << name;
     }
 }
@@ -126,7 +114,7 @@ TEST(ErrorTable, CallsEveryOtherCodeUnknown) {
     for (const int code : {-5, -1, 7, -4096, -4067, 0}) {
         EXPECT_STREQ(MessageText(static_cast<Status>(code)), "Unknown error.") << code;
     }
-    const UserLocale chinese("zh_CN.UTF-8");
+    const LanguageSetting chinese("zh_CN.UTF-8");
     EXPECT_STREQ(MessageText(static_cast<Status>(-5)), "未知错误。");
 }
 

@@ -28,8 +28,8 @@ TEST(FilterFolder, IsLookedForBesideTheProgramAndInTheInstallation) {
     const std::vector<std::string> folders = FilterFolders(std::nullopt);
     ASSERT_GE(folders.size(), 2U);
     const std::string program = folders[0].substr(0, folders[0].size() - 1);
-    const std::string prefix = program.substr(0, program.rfind('/') + 1);
-    EXPECT_EQ(folders[1], prefix + "lib/zorvan/");
+    const std::string prefix = program.substr(0, program.find_last_of("/\\"));
+    EXPECT_EQ(folders[1], prefix + "/lib/zorvan/");
 }
 
 }  // namespace

@@ -115,17 +115,5 @@ TEST(DocumentSink, LeavesAPageWithoutABoxAsItIs) {
     EXPECT_EQ(FileText(scratch.Path("a.ps")), page);
 }
 
-TEST(DocumentSink, RefusesPiecesOnceTheOutputIsFull) {
-    OutputFile output("/dev/full");
-    DocumentSink sink(output, {});
-    const std::string piece(1000, 'x');
-    int taken = 0;
-    while (taken < 1000 && sink.Take(piece.data(), piece.size())) {
-        ++taken;
-    }
-    EXPECT_LT(taken, 1000);
-    EXPECT_THROW(sink.ThrowIfFailed(), std::runtime_error);
-}
-
 }  // namespace
 }  // namespace zorvan::cli

@@ -160,7 +160,10 @@ TEST(Options, TellOfThemselves) {
                              "--filter-dir", "--version", "Exit status"}) {
         EXPECT_THAT(help, HasSubstr(text));
     }
-    EXPECT_THAT(std::get<Notice>(Parse({"--version"})).text, testing::MatchesRegex("zorvan [0-9.]+\n"));
+    const std::string version = std::get<Notice>(Parse({"--version"})).text;
+    EXPECT_THAT(version, testing::StartsWith("zorvan "));
+    EXPECT_EQ(version.find_first_not_of("0123456789.", 7), version.size() - 1);
+    EXPECT_EQ(version.back(), '\n');
 }
 
 TEST(DefaultOutput, TakesTheInputsNameAndFolder) {

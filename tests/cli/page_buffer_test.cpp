@@ -1,14 +1,9 @@
 // The buffer in memory and beyond it.
 #include "cli/page_buffer.h"
 
-#include <cerrno>
-#include <cstdlib>
 #include <string>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-
-#include "tests/cli/scratch_folder.h"
 
 namespace zorvan::cli {
 namespace {
@@ -35,14 +30,6 @@ std::string NumberedLines(int count) {
     return text;
 }
 
-class TemporaryFolderIs {
-public:
-    explicit TemporaryFolderIs(const std::string& folder) { ::setenv("TMPDIR", folder.c_str(), 1); }
-    TemporaryFolderIs(const TemporaryFolderIs&) = delete;
-    TemporaryFolderIs& operator=(const TemporaryFolderIs&) = delete;
-    ~TemporaryFolderIs() { ::unsetenv("TMPDIR"); }
-};
-
 TEST(PageBuffer, GivesBackWhatItTook) {
     PageBuffer buffer;
     Append(buffer, "abc");
@@ -66,15 +53,6 @@ TEST(PageBuffer, SpillsBeyondItsLimitAndKeepsTheOrder) {
     }
 }
 
-TEST(PageBuffer, LeavesNoNameInTheTemporaryFolder) {
-    const ScratchFolder scratch;
-    const TemporaryFolderIs folder(scratch.Path(""));
-    PageBuffer buffer(4);
-    Append(buffer, "more than four");
-    EXPECT_TRUE(scratch.Names().empty());
-    EXPECT_EQ(Copy(buffer, 0, 14), "more than four");
-}
-
 TEST(PageBuffer, StartsOverWhenCleared) {
     PageBuffer buffer(4);
     Append(buffer, "first page");
@@ -83,19 +61,6 @@ TEST(PageBuffer, StartsOverWhenCleared) {
     Append(buffer, "second page");
     Append(buffer, "!");
     EXPECT_EQ(Copy(buffer, 0, buffer.Size()), "second page!");
-}
-
-// A process that may open no further file stands for every reason why there is no temporary file.
-TEST(PageBuffer, TellsThatItCannotSpill) {
-    rlimit limit = {};
-    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
-    const rlimit none = {0, limit.rlim_max};
-    PageBuffer buffer(4);
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
-    const bool taken = buffer.Append("12345", 5);
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
-    EXPECT_FALSE(taken);
-    EXPECT_EQ(buffer.Error(), EMFILE);
 }
 
 TEST(PageBuffer, StopsWhenTheTakerRefuses) {

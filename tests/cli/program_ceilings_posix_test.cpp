@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 
-#include "tests/cli/program_run.h"
+#include "tests/cli/posix_run.h"
 #include "tests/cli/sample_pdf.h"
 #include "tests/cli/scratch_folder.h"
 

@@ -1,11 +1,8 @@
 // Runs the built program, or another one, as a process of its own.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
-
-#include <sys/types.h>
 
 namespace zorvan::cli {
 
@@ -15,30 +12,9 @@ struct RunResult {
     std::string err;
 };
 
-// Runs `command` to its end. `prepare` is called in the new process before the program starts.
-RunResult Run(const std::vector<std::string>& command, const std::function<void()>& prepare = {});
+// Runs `command` to its end.
+RunResult Run(const std::vector<std::string>& command);
 // The same for the program under test.
-RunResult RunZorvan(const std::vector<std::string>& arguments, const std::function<void()>& prepare = {});
-
-// The program under test, stopped in the middle of its job: its stderr is a full pipe, so it stands still
-// where it has something to say.
-class StuckZorvan {
-public:
-    explicit StuckZorvan(const std::vector<std::string>& arguments,
-                         const std::function<void()>& prepare = {});
-    StuckZorvan(const StuckZorvan&) = delete;
-    StuckZorvan& operator=(const StuckZorvan&) = delete;
-    ~StuckZorvan();
-
-    void Send(int signal) const;
-    // Empties the pipe, so that the program goes on.
-    void Release();
-    // Waits for the end and gives the exit code as in RunResult.
-    int Wait();
-
-private:
-    pid_t process_ = -1;
-    int pipe_ = -1;
-};
+RunResult RunZorvan(const std::vector<std::string>& arguments);
 
 }  // namespace zorvan::cli

@@ -1,11 +1,13 @@
 // When the bar is drawn.
 #include "cli/progress_bar.h"
 
-#include <array>
 #include <string>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
+
+#include "cli/system.h"
+#include "tests/cli/scratch_folder.h"
 
 namespace zorvan::cli {
 namespace {
@@ -15,18 +17,16 @@ using std::chrono::seconds;
 
 // What a bar with these settings draws for one step.
 std::string Drawn(bool enabled, ProgressBar::Clock::duration patience) {
-    std::array<int, 2> ends{};
-    EXPECT_EQ(::pipe(ends.data()), 0);
+    const ScratchFolder scratch;
+    std::string path;
+    const int descriptor = CreateBeside(scratch.Path(""), path);
     {
-        ProgressBar bar(enabled, ends[1], patience);
+        ProgressBar bar(enabled, descriptor, patience);
         bar.Show(1, 2);
         bar.Show(2, 2);
     }
-    ::close(ends[1]);
-    std::array<char, 1000> text{};
-    const ssize_t length = ::read(ends[0], text.data(), text.size());
-    ::close(ends[0]);
-    return {text.data(), static_cast<std::size_t>(length)};
+    ::close(descriptor);
+    return FileText(path);
 }
 
 TEST(ProgressBar, IsDrawnOnceAndTakenOffAgain) {

@@ -2,20 +2,17 @@
 #include "tests/cli/scratch_folder.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 
+#include "support/system.h"
+
 namespace zorvan::cli {
 
 ScratchFolder::ScratchFolder()
-    : folder_((std::filesystem::temp_directory_path() / "zorvan-test-XXXXXX").string()) {
-    if (::mkdtemp(folder_.data()) == nullptr) {
-        throw std::runtime_error("no scratch folder");
-    }
-}
+    : folder_(test::MakeFolder((std::filesystem::temp_directory_path() / "zorvan-test-").string())) {}
 
 ScratchFolder::~ScratchFolder() {
     std::error_code ignored;

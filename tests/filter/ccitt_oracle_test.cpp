@@ -92,7 +92,8 @@ private:
     }
 
     const std::string path_ =
-        std::filesystem::temp_directory_path() / ("filter_tests." + std::to_string(getpid()) + ".tif");
+        (std::filesystem::temp_directory_path() / ("filter_tests." + std::to_string(getpid()) + ".tif"))
+            .string();
 };
 
 constexpr int kColumns[] = {1, 7, 8, 64, 1728, 2487, 5300, 20000};

@@ -9,7 +9,7 @@
 namespace zorvan::filter {
 
 // The slot is the first field of the record, so that its address is the record's.
-int Writer::Write(const int* slot, const void* bytes, unsigned int count, unsigned int* written) {
+int ZORVAN_CALL Writer::Write(const int* slot, const void* bytes, unsigned int count, unsigned int* written) {
     auto& writer = *reinterpret_cast<Writer*>(const_cast<int*>(slot));
     *written = 0;
     writer.wasGivenNothing = writer.wasGivenNothing || count == 0;
@@ -21,7 +21,7 @@ int Writer::Write(const int* slot, const void* bytes, unsigned int count, unsign
     return 1;
 }
 
-int Reader::Read(const int* slot, void* buffer, unsigned int wanted, unsigned int* read) {
+int ZORVAN_CALL Reader::Read(const int* slot, void* buffer, unsigned int wanted, unsigned int* read) {
     auto& reader = *reinterpret_cast<Reader*>(const_cast<int*>(slot));
     const std::size_t count = std::min<std::size_t>(wanted, reader.rest.size());
     std::copy_n(reader.rest.data(), count, static_cast<char*>(buffer));

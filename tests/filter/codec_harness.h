@@ -59,7 +59,8 @@ constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
 // What an encoder writes to. From call number `accepted` on, counted from 0, bytes are refused.
 struct Writer {
-    static int Write(const int* slot, const void* bytes, unsigned int count, unsigned int* written);
+    static int ZORVAN_CALL Write(const int* slot, const void* bytes, unsigned int count,
+                                 unsigned int* written);
 
     int slot = 0;
     std::size_t accepted = kNoLimit;
@@ -70,7 +71,7 @@ struct Writer {
 
 // What a decoder reads from.
 struct Reader {
-    static int Read(const int* slot, void* buffer, unsigned int wanted, unsigned int* read);
+    static int ZORVAN_CALL Read(const int* slot, void* buffer, unsigned int wanted, unsigned int* read);
 
     int slot = 0;
     std::string_view rest;

@@ -247,7 +247,7 @@ TEST(Codecs, HaveNoEncoderAndADecoderOfNothingForOtherCodes) {
     }
 }
 
-int ReadNothingForEver(const int* slot, void* buffer, unsigned int wanted, unsigned int* read) {
+int ZORVAN_CALL ReadNothingForEver(const int* slot, void* buffer, unsigned int wanted, unsigned int* read) {
     static_cast<void>(slot);
     static_cast<void>(buffer);
     static_cast<void>(wanted);

@@ -242,7 +242,7 @@ TEST(DctDecoder, RefusesScansWithoutNumber) {
 
 // Reads a block of a file, then throws.
 struct ThrowingReader {
-    static int Read(const int* slot, void* buffer, unsigned int wanted, unsigned int* read) {
+    static int ZORVAN_CALL Read(const int* slot, void* buffer, unsigned int wanted, unsigned int* read) {
         auto& reader = *reinterpret_cast<ThrowingReader*>(const_cast<int*>(slot));
         if (reader.blocks-- == 0) {
             throw std::runtime_error("read");
@@ -426,7 +426,7 @@ TEST(DctEncoder, FailsForGoodAtEachRefusalOfTheWriteFunction) {
     }
 }
 
-int ThrowAtWrite(const int*, const void*, unsigned int, unsigned int*) {
+int ZORVAN_CALL ThrowAtWrite(const int*, const void*, unsigned int, unsigned int*) {
     throw std::runtime_error("write");
 }
 

@@ -1,12 +1,10 @@
 // Programs for Ghostscript, and the pipes around them.
 #include "tests/filter/ghostscript_harness.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
-#include <unistd.h>
-
+#include "support/system.h"
 #include "tests/filter/codec_harness.h"
 
 namespace zorvan::filter {
@@ -33,11 +31,10 @@ std::vector<std::string> Pieces(std::string_view text) {
 }  // namespace
 
 void GhostscriptTest::SetUp() {
-    if (std::system("gs --version >/dev/null 2>&1") != 0) {
+    if (test::RunShell("gs --version").status != 0) {
         GTEST_SKIP() << "there is no Ghostscript";
     }
-    folder_ = std::filesystem::temp_directory_path() / ("filter_tests." + std::to_string(getpid()));
-    std::filesystem::create_directory(folder_);
+    folder_ = test::MakeFolder((std::filesystem::temp_directory_path() / "filter_tests.").string());
 }
 
 void GhostscriptTest::TearDown() {
@@ -46,10 +43,10 @@ void GhostscriptTest::TearDown() {
 
 std::string GhostscriptTest::RunGhostscript(const std::string& arguments, std::string_view input) const {
     std::ofstream(folder_ / "in", std::ios::binary) << input;
-    const std::string command = "cd '" + folder_.string() +
-                                "' && gs -dSAFER -dBATCH -dNOPAUSE -q -sDEVICE=nullpage " + arguments +
+    const std::string command = "cd " + test::ShellWord(test::ShellPath(folder_.string())) +
+                                " && gs -dSAFER -dBATCH -dNOPAUSE -q -sDEVICE=nullpage " + arguments +
                                 " <in >out";
-    EXPECT_EQ(std::system(command.c_str()), 0);
+    EXPECT_EQ(test::RunShell(command).status, 0);
     std::ifstream output(folder_ / "out", std::ios::binary);
     return {std::istreambuf_iterator<char>(output), {}};
 }

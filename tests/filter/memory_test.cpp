@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <new>
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <zlib.h>
 
@@ -30,24 +29,24 @@ void FreeForZlib(voidpf, voidpf memory) {
     std::free(memory);
 }
 
-// zlib's function of this name, behind the one below that stands in front of it.
-template <typename Function>
-Function Next(const char* name) {
-    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
-}
-
 }  // namespace
 
-int deflateInit_(z_streamp stream, int level, const char* version, int size) {
-    stream->zalloc = AllocateForZlib;
-    stream->zfree = FreeForZlib;
-    return Next<decltype(&deflateInit_)>("deflateInit_")(stream, level, version, size);
+// The linker calls these instead of zlib's functions, and zlib's by the other names (its option --wrap).
+extern "C" {
+decltype(deflateInit_) __real_deflateInit_, __wrap_deflateInit_;
+decltype(inflateInit2_) __real_inflateInit2_, __wrap_inflateInit2_;
 }
 
-int inflateInit2_(z_streamp stream, int windowBits, const char* version, int size) {
+int __wrap_deflateInit_(z_streamp stream, int level, const char* version, int size) {
     stream->zalloc = AllocateForZlib;
     stream->zfree = FreeForZlib;
-    return Next<decltype(&inflateInit2_)>("inflateInit2_")(stream, windowBits, version, size);
+    return __real_deflateInit_(stream, level, version, size);
+}
+
+int __wrap_inflateInit2_(z_streamp stream, int windowBits, const char* version, int size) {
+    stream->zalloc = AllocateForZlib;
+    stream->zfree = FreeForZlib;
+    return __real_inflateInit2_(stream, windowBits, version, size);
 }
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
@@ -94,7 +93,7 @@ TEST(Memory, LackingAtCreationMakesNoCodec) {
     EXPECT_EQ(MakeCodecs({"DCT", {FILTER_ENCODE_DCT, &kPixel}, FILTER_DECODE_DCT}, Lacking::kOurs), none);
 }
 
-int CountBytes(const int* slot, const void* bytes, unsigned int count, unsigned int* written) {
+int ZORVAN_CALL CountBytes(const int* slot, const void* bytes, unsigned int count, unsigned int* written) {
     static_cast<void>(slot);
     static_cast<void>(bytes);
     *written = count;

@@ -1,15 +1,12 @@
 // The module as its callers meet it: loaded by name, driven through its eight entry points.
 #include <array>
-#include <cstdio>
-#include <memory>
-#include <sstream>
 #include <stdexcept>
-#include <vector>
 
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/loadable_module.h"
+#include "support/system.h"
 #include "tests/filter/codec_harness.h"
 
 namespace zorvan::filter {
@@ -19,18 +16,16 @@ using testing::UnorderedElementsAre;
 
 class Module : public testing::Test {
 protected:
-    void SetUp() override { ASSERT_NE(handle_, nullptr) << dlerror(); }
+    void SetUp() override { ASSERT_TRUE(isLoaded_); }
 
     template <typename Function>
     Function Find(const char* name) const {
-        return reinterpret_cast<Function>(dlsym(handle_.get(), name));
+        return reinterpret_cast<Function>(module_.Find(name));
     }
 
 private:
-    struct Close {
-        void operator()(void* handle) const { dlclose(handle); }
-    };
-    std::unique_ptr<void, Close> handle_{dlopen(FILTER_MODULE, RTLD_NOW | RTLD_LOCAL)};
+    LoadableModule module_;
+    const bool isLoaded_ = module_.Load(FILTER_MODULE);
 
 protected:
     const CreateEncoderFunction createEncoder = Find<CreateEncoderFunction>("CreateEncoder");
@@ -166,11 +161,11 @@ TEST_F(Module, WritesNothingWhenAnEncoderIsDestroyed) {
     EXPECT_EQ(writer.calls, 0U);
 }
 
-int ThrowAtWrite(const int*, const void*, unsigned int, unsigned int*) {
+int ZORVAN_CALL ThrowAtWrite(const int*, const void*, unsigned int, unsigned int*) {
     throw std::runtime_error("write");
 }
 
-int ThrowAtRead(const int*, void*, unsigned int, unsigned int*) {
+int ZORVAN_CALL ThrowAtRead(const int*, void*, unsigned int, unsigned int*) {
     throw std::runtime_error("read");
 }
 
@@ -189,24 +184,8 @@ TEST_F(Module, LetsNoExceptionThrough) {
     destroyDecoder(decoder);
 }
 
-// The names in the dynamic symbol table that others can use.
-std::vector<std::string> ExportedNames() {
-    FILE* const pipe = popen("nm -D --defined-only '" FILTER_MODULE "'", "r");
-    std::string text;
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
-        text += static_cast<char>(c);
-    }
-    EXPECT_EQ(pclose(pipe), 0);
-    std::istringstream lines(text);
-    std::vector<std::string> names;
-    for (std::string address, type, name; lines >> address >> type >> name;) {
-        names.push_back(name);
-    }
-    return names;
-}
-
 TEST(ModuleFile, ExportsTheEightEntryPointsAndNothingElse) {
-    EXPECT_THAT(ExportedNames(),
+    EXPECT_THAT(test::ExportedNames(FILTER_MODULE),
                 UnorderedElementsAre("CreateEncoder", "EncodeData", "Encode_EOD", "Flush", "DestroyEncoder",
                                      "CreateDecoder", "DecodeData", "DestroyDecoder"));
 }

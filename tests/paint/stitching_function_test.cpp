@@ -3,10 +3,10 @@
 #include <string>
 
 #include <gmock/gmock.h>
-#include <unistd.h>
 
 #include "fonts/font_page.h"
 #include "paint/paint_page.h"
+#include "support/system.h"
 
 namespace zorvan::test {
 namespace {
@@ -206,7 +206,7 @@ TEST(StitchingFunctionDeathTest, ThatGrowsWithEachStepEnds) {
     pdf.Object(140, "[]");
     EXPECT_EXIT(
         {
-            alarm(10);
+            EndAfter(10);
             static_cast<void>(Convert(pdf.Bytes()));
             std::_Exit(0);
         },

@@ -175,7 +175,7 @@ TEST(AllocationRegistry, GivesTheHandlesOfReleasedLargeBlocksOutAgain) {
 
 TEST(AllocationRegistry, RefusesASizeThatNoHandleCouldStandFor) {
     AllocationRegistry registry;
-    EXPECT_THROW(static_cast<void>(registry.Allocate(std::size_t{1} << 40)), std::bad_alloc);
+    EXPECT_THROW(static_cast<void>(registry.Allocate(std::size_t{UINT32_MAX / 2} + 1)), std::bad_alloc);
     EXPECT_EQ(registry.LiveBlocks(), 0U);
     EXPECT_NE(registry.Address(registry.Allocate(8)), nullptr);
 }

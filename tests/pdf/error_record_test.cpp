@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "pdf/describe.h"
-#include "pdf/language_setting.h"
 #include "support/job_fixture.h"
+#include "support/language_setting.h"
 #include "support/pdf_builder.h"
 
 namespace zorvan::test {

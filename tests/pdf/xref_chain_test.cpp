@@ -1,4 +1,5 @@
 // Cross-reference sections as files have them, and as they should not.
+#include <cinttypes>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -10,9 +11,9 @@
 namespace zorvan::test {
 namespace {
 
-std::string Entry(std::size_t offset, unsigned generation = 0, char kind = 'n') {
+std::string Entry(std::uint64_t offset, unsigned generation = 0, char kind = 'n') {
     char text[32];
-    std::snprintf(text, sizeof text, "%010zu %05u %c \n", offset, generation, kind);
+    std::snprintf(text, sizeof text, "%010" PRIu64 " %05u %c \n", offset, generation, kind);
     return text;
 }
 

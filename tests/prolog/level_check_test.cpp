@@ -73,7 +73,7 @@ TEST(LevelCheck, ShowsItsNoticeOnThePage) {
     const Outcome outcome = Interpret("-sDEVICE=txtwrite -sOutputFile=" + text,
                                       "/languagelevel 2 def\n" + std::string(StoredText(7003)));
     ASSERT_EQ(outcome.status, 0) << outcome.text;
-    EXPECT_THAT(RunCommand("cat " + text).text, HasSubstr("configured for Language Level 2."));
+    EXPECT_THAT(RunShell("cat " + text).text, HasSubstr("configured for Language Level 2."));
 }
 
 // A Level 1 scanner knows neither dictionary marks nor immediately evaluated names nor ASCII85 strings.

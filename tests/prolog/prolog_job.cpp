@@ -3,14 +3,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include "ps/prolog_data.h"
 
@@ -50,15 +47,9 @@ std::string ReadFile(const std::string& path) {
 
 class Folder {
 public:
-    Folder() : path_(testing::TempDir() + "prologXXXXXX") {
-        if (mkdtemp(path_.data()) == nullptr) {
-            std::perror(path_.c_str());
-        }
-    }
+    Folder() = default;
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
-    Folder(Folder&&) = delete;
-    Folder& operator=(Folder&&) = delete;
     ~Folder() {
         std::error_code ignored;
         std::filesystem::remove_all(path_, ignored);
@@ -66,7 +57,7 @@ public:
     [[nodiscard]] const std::string& Path() const { return path_; }
 
 private:
-    std::string path_;
+    std::string path_ = MakeFolder((std::filesystem::temp_directory_path() / "prolog").string());
 };
 
 }  // namespace
@@ -84,26 +75,12 @@ const std::string& ScratchFolder() {
     return folder.Path();
 }
 
-Outcome RunCommand(const std::string& command) {
-    Outcome outcome;
-    std::FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    if (pipe == nullptr) {
-        return outcome;
-    }
-    std::array<char, 4096> buffer{};
-    for (std::size_t count = 0; (count = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) {
-        outcome.text.append(buffer.data(), count);
-    }
-    const int status = pclose(pipe);
-    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return outcome;
-}
-
 // A job that never ends fails its test by the status of timeout.
 Outcome Interpret(const std::string& options, std::string_view text) {
     const std::string path = ScratchFolder() + "/job.ps";
     std::ofstream(path, std::ios::binary) << text;
-    return RunCommand("timeout 60 " GHOSTSCRIPT " -dSAFER -dBATCH -dNOPAUSE -q " + options + " " + path);
+    return RunShell("timeout 60 " GHOSTSCRIPT " -dSAFER -dBATCH -dNOPAUSE -q " + options + " " +
+                    ShellPath(path));
 }
 
 Picture::Picture(const std::string& path) {
@@ -193,7 +170,7 @@ std::vector<Picture> PrologJob::Paint(const std::string& device) const {
     for (std::size_t page = 1; std::filesystem::remove(picture(page)); ++page) {  // an earlier job's
     }
     const Outcome outcome =
-        Interpret("-sDEVICE=" + device + " -r72 -g100x100 -sOutputFile=" + name + "%d", Text());
+        Interpret("-sDEVICE=" + device + " -r72 -g100x100 -sOutputFile=" + ShellPath(name) + "%d", Text());
     EXPECT_EQ(outcome.status, 0) << outcome.text;
     std::vector<Picture> pictures;
     for (std::size_t page = 1; std::filesystem::exists(picture(page)); ++page) {

@@ -6,13 +6,9 @@
 #include <string_view>
 #include <vector>
 
-namespace zorvan::test {
+#include "support/system.h"
 
-/// What a program has printed on both of its outputs, and its exit status.
-struct Outcome {
-    int status = -1;
-    std::string text;
-};
+namespace zorvan::test {
 
 /// A page as the interpreter painted it: one byte a component, at one pixel a point.
 class Picture {
@@ -57,9 +53,6 @@ private:
 
 /// The stored text of a resource.
 std::string_view StoredText(unsigned identifier);
-
-/// Runs a command line with both outputs caught.
-Outcome RunCommand(const std::string& command);
 
 /// A folder that exists while the test program runs.
 const std::string& ScratchFolder();

@@ -28,7 +28,7 @@ std::vector<std::string> Lines(const std::string& text) {
 }
 
 Outcome Store(const std::string& sources, const std::string& output) {
-    return RunCommand(std::string(PYTHON) + " " + STORE_PROLOG + " " + sources + " " + output);
+    return RunShell(std::string(PYTHON) + " " + STORE_PROLOG + " " + sources + " " + output);
 }
 
 std::string FileText(const std::filesystem::path& path) {

@@ -66,6 +66,10 @@ TEST_F(DocumentStructure, EveryPrologTextIsThere) {
         EXPECT_FALSE(BuiltInProlog()->Text(identifier).empty()) << identifier;
     }
     EXPECT_TRUE(BuiltInProlog()->Text(7011).empty());
+    for (const PrologResource& stored : kPrologResources) {
+        EXPECT_EQ(BuiltInProlog()->Text(stored.id),
+                  std::string_view(reinterpret_cast<const char*>(stored.bytes), stored.size));
+    }
 }
 
 TEST_F(DocumentStructure, ADocumentReadsFromHeaderToTrailer) {

@@ -26,10 +26,6 @@ struct State {
 
 State state;
 
-int ZORVAN_CALL TakePiece(const void* bytes, unsigned int count) {
-    return Pieces::Take(bytes, count);
-}
-
 }  // namespace
 
 ErrorInfo GetErrorInfo() {
@@ -53,7 +49,8 @@ TemporaryFile::TemporaryFile(std::string_view bytes) {
 }
 
 TemporaryFile::~TemporaryFile() {
-    std::filesystem::remove(path_);
+    std::error_code isMapped;  // which Windows does not take away; it is the system's to clean up then
+    std::filesystem::remove(path_, isMapped);
 }
 
 std::string FilterFolder() {
@@ -70,7 +67,7 @@ void Pieces::Refuse(std::uint64_t call, int status, bool fromThenOn) {
     state.fromThenOn = fromThenOn;
 }
 
-int Pieces::Take(const void* bytes, unsigned int count) {
+int ZORVAN_CALL Pieces::Take(const void* bytes, unsigned int count) {
     ++state.calls;
     state.afterRefusal += state.refusedBefore ? 1U : 0U;
     if (state.calls == state.refuseAt ||
@@ -107,7 +104,7 @@ Conversion Convert(std::string_view pdfBytes) {
     Pieces::Reset();
     Conversion conversion;
     conversion.begin = KAPRINE_Begin(FilterFolder().c_str());
-    conversion.fileBegin = ZORVAN_OneFileBegin(file.Path().c_str(), TakePiece, nullptr);
+    conversion.fileBegin = ZORVAN_OneFileBegin(file.Path().c_str(), Pieces::Take, nullptr);
     conversion.global = ZORVAN_OutputGlobalResources();
     for (int page = 1; page <= ZORVAN_GetTotalPages(); ++page) {
         conversion.pages.push_back(ZORVAN_OutputOnePage(static_cast<unsigned>(page)));

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "zorvan/calling.h"
+
 namespace zorvan::test {
 
 /// What KAPRINE_GetErrInfo tells.
@@ -43,7 +45,7 @@ public:
     /// From now on refuses the `call`-th callback, counted from 1 (and every later one), with `status`.
     static void Refuse(std::uint64_t call, int status, bool fromThenOn);
 
-    static int Take(const void* bytes, unsigned int count);
+    static int ZORVAN_CALL Take(const void* bytes, unsigned int count);
 
     static const std::vector<std::string>& Taken();
     static std::string Joined();

@@ -1,6 +1,4 @@
 // fork, exec, wait.
-#include "tests/cli/program_run.h"
-
 #include <array>
 #include <csignal>
 #include <stdexcept>
@@ -10,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "tests/cli/posix_run.h"
 #include "tests/cli/scratch_folder.h"
 
 namespace zorvan::cli {
@@ -76,9 +75,7 @@ std::vector<std::string> ZorvanCommand(const std::vector<std::string>& arguments
     return command;
 }
 
-}  // namespace
-
-RunResult Run(const std::vector<std::string>& command, const std::function<void()>& prepare) {
+RunResult RunPrepared(const std::vector<std::string>& command, const std::function<void()>& prepare) {
     const ScratchFolder scratch;
     const std::string errPath = scratch.Write("stderr", "");
     const int err = ::open(errPath.c_str(), O_WRONLY | O_CLOEXEC);
@@ -93,8 +90,18 @@ RunResult Run(const std::vector<std::string>& command, const std::function<void(
     return result;
 }
 
+}  // namespace
+
+RunResult Run(const std::vector<std::string>& command) {
+    return RunPrepared(command, {});
+}
+
+RunResult RunZorvan(const std::vector<std::string>& arguments) {
+    return Run(ZorvanCommand(arguments));
+}
+
 RunResult RunZorvan(const std::vector<std::string>& arguments, const std::function<void()>& prepare) {
-    return Run(ZorvanCommand(arguments), prepare);
+    return RunPrepared(ZorvanCommand(arguments), prepare);
 }
 
 StuckZorvan::StuckZorvan(const std::vector<std::string>& arguments, const std::function<void()>& prepare) {
