@@ -85,11 +85,12 @@ ZORVAN_EXPORT int ZORVAN_CALL KAPRINE_GetErrInfo(const char** message, unsigned 
 
 /*
  * Opens one input file and writes the header and the prolog. `path` is zero-terminated text of at most
- * 259 bytes; `password` may be null. Both are copied.
+ * 259 bytes, in the ANSI code page on Windows; `password` may be null. Both are copied.
  *
  * Results: 0; a status of the callback; -1 no job, or a file is already open (which stays as it is);
  * -4069 neither "%PDF-" nor "%JTF-" or no end marker; -4086 the file cannot be opened or mapped, is 4 GiB
- * or larger, or the path is too long; -4095 the catalog is no dictionary; -4091 and -4068 encryption that
+ * or larger (32-bit hosts map about 500 MB, those that are linked for large addresses three times that), or the path is
+ * too long; -4095 the catalog is no dictionary; -4091 and -4068 encryption that
  * is not supported, or a wrong password; -4087 the prolog cannot be found; -4085 no callback; -4088 out of
  * memory.
  *
