@@ -9,6 +9,7 @@
 
 #include "api/c_host.h"
 #include "api/session.h"
+#include "support/system.h"
 
 namespace zorvan::test {
 namespace {
@@ -251,6 +252,19 @@ TEST_F(Calls, WriteTheTrailerOnceEvenIfItIsRefused) {
     ZORVAN_OneFileEnd();
     EXPECT_EQ(Pieces::Calls(), before + 1);
     EXPECT_EQ(GetErrorInfo().code, 0);
+}
+
+// A system has so many of some things for a process: 1,088 thread slots, for one.
+TEST_F(Calls, BeginAndEndJobsAsOftenAsAHostLikes) {
+    const std::string folder = FilterFolder();
+    EXPECT_EQ(KAPRINE_Begin(folder.c_str()), 0);
+    KAPRINE_End();
+    const std::ptrdiff_t before = OpenHandles();
+    for (int job = 0; job < 1200; ++job) {
+        ASSERT_EQ(KAPRINE_Begin(folder.c_str()), 0) << job;
+        KAPRINE_End();
+    }
+    EXPECT_EQ(OpenHandles(), before);
 }
 
 TEST_F(Calls, EndAJobWithAnOpenFileWithoutATrailer) {

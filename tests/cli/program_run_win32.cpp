@@ -5,16 +5,13 @@
 
 namespace zorvan::cli {
 
-// What looks like a path is one: the programs of the machine itself know no drives.
 RunResult Run(const std::vector<std::string>& command) {
     const ScratchFolder scratch;
     std::string line;
     for (const std::string& word : command) {
-        line += test::ShellWord(word.starts_with("Z:") ? test::ShellPath(word) : word) + " ";
+        line += test::ShellWord(word) + " ";
     }
-    const auto in = [&scratch](const char* name) {
-        return test::ShellWord(test::ShellPath(scratch.Path(name)));
-    };
+    const auto in = [&scratch](const char* name) { return test::ShellWord(scratch.Path(name)); };
     const test::Outcome outcome = test::RunShell(line + ">" + in("out") + " 2>" + in("err"));
     return {outcome.status, FileText(scratch.Path("out")), FileText(scratch.Path("err"))};
 }

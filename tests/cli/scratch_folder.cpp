@@ -12,7 +12,8 @@
 namespace zorvan::cli {
 
 ScratchFolder::ScratchFolder()
-    : folder_(test::MakeFolder((std::filesystem::temp_directory_path() / "zorvan-test-").string())) {}
+    : folder_(test::ShellPath(
+          test::MakeFolder((std::filesystem::temp_directory_path() / "zorvan-test-").string()))) {}
 
 ScratchFolder::~ScratchFolder() {
     std::error_code ignored;

@@ -1,42 +1,17 @@
 // The module as its callers meet it: loaded by name, driven through its eight entry points.
 #include <array>
-#include <stdexcept>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/loadable_module.h"
 #include "support/system.h"
 #include "tests/filter/codec_harness.h"
+#include "tests/filter/loaded_module.h"
 
 namespace zorvan::filter {
 namespace {
 
 using testing::UnorderedElementsAre;
-
-class Module : public testing::Test {
-protected:
-    void SetUp() override { ASSERT_TRUE(isLoaded_); }
-
-    template <typename Function>
-    Function Find(const char* name) const {
-        return reinterpret_cast<Function>(module_.Find(name));
-    }
-
-private:
-    LoadableModule module_;
-    const bool isLoaded_ = module_.Load(FILTER_MODULE);
-
-protected:
-    const CreateEncoderFunction createEncoder = Find<CreateEncoderFunction>("CreateEncoder");
-    const EncodeDataFunction encodeData = Find<EncodeDataFunction>("EncodeData");
-    const EncodeEodFunction encodeEod = Find<EncodeEodFunction>("Encode_EOD");
-    const FlushFunction flush = Find<FlushFunction>("Flush");
-    const DestroyEncoderFunction destroyEncoder = Find<DestroyEncoderFunction>("DestroyEncoder");
-    const CreateDecoderFunction createDecoder = Find<CreateDecoderFunction>("CreateDecoder");
-    const DecodeDataFunction decodeData = Find<DecodeDataFunction>("DecodeData");
-    const DestroyDecoderFunction destroyDecoder = Find<DestroyDecoderFunction>("DestroyDecoder");
-};
 
 TEST_F(Module, EncodesAndDecodesThroughItsEntryPoints) {
     for (unsigned int code = FILTER_ENCODE_FLATE; code <= FILTER_ENCODE_ASCIIHEX; code += 2) {
@@ -159,29 +134,6 @@ TEST_F(Module, WritesNothingWhenAnEncoderIsDestroyed) {
     EXPECT_EQ(encodeData(encoder, "something", 9), 0);
     destroyEncoder(encoder);
     EXPECT_EQ(writer.calls, 0U);
-}
-
-int ZORVAN_CALL ThrowAtWrite(const int*, const void*, unsigned int, unsigned int*) {
-    throw std::runtime_error("write");
-}
-
-int ZORVAN_CALL ThrowAtRead(const int*, void*, unsigned int, unsigned int*) {
-    throw std::runtime_error("read");
-}
-
-TEST_F(Module, LetsNoExceptionThrough) {
-    void* const encoder = createEncoder(FILTER_ENCODE_LZW, nullptr, nullptr, ThrowAtWrite);
-    EXPECT_EQ(encodeEod(encoder), -1);
-    EXPECT_EQ(encodeEod(encoder), -1);
-    destroyEncoder(encoder);
-    void* const decoder = createDecoder(FILTER_DECODE_LZW, nullptr, nullptr, ThrowAtRead);
-    for (int i = 0; i < 2; ++i) {
-        std::array<char, 10> buffer{};
-        unsigned int size = 10;
-        EXPECT_EQ(decodeData(decoder, buffer.data(), &size), -1);
-        EXPECT_EQ(size, 0U);
-    }
-    destroyDecoder(decoder);
 }
 
 TEST(ModuleFile, ExportsTheEightEntryPointsAndNothingElse) {

@@ -88,7 +88,7 @@ void EndAfter(unsigned seconds) {
 
 std::vector<std::string> ExportedNames(const std::string& module) {
     return SortedLines(RunShell("i686-w64-mingw32-objdump -p " + ShellWord(ShellPath(module)) +
-                                " | sed -n '/^\\[Ordinal/,/^$/s/^.*\\] //p'")
+                                " | sed -n 's/^\t\\[ *[0-9]*\\] \\([^+]*\\)$/\\1/p'")
                            .text);
 }
 
