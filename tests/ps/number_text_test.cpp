@@ -16,7 +16,11 @@
 namespace zorvan::test {
 namespace {
 
+/// As "%f" prints it; not every C library tells the sign of what is no number.
 std::string Printed(float value) {
+    if (std::isnan(value)) {
+        return std::signbit(value) ? "-nan" : "nan";
+    }
     char text[kMaxNumberText];
     const int length = std::snprintf(text, sizeof text, "%f", static_cast<double>(value));
     return {text, static_cast<std::size_t>(length)};
