@@ -89,10 +89,9 @@ ZORVAN_EXPORT int ZORVAN_CALL KAPRINE_GetErrInfo(const char** message, unsigned 
  *
  * Results: 0; a status of the callback; -1 no job, or a file is already open (which stays as it is);
  * -4069 neither "%PDF-" nor "%JTF-" or no end marker; -4086 the file cannot be opened or mapped, is 4 GiB
- * or larger (32-bit hosts map about 500 MB, those that are linked for large addresses three times that), or the path is
- * too long; -4095 the catalog is no dictionary; -4091 and -4068 encryption that
- * is not supported, or a wrong password; -4087 the prolog cannot be found; -4085 no callback; -4088 out of
- * memory.
+ * or larger (32-bit hosts map about 500 MB, those that are linked for large addresses three times that), or
+ * the path is too long; -4095 the catalog is no dictionary; -4091 and -4068 encryption that is not supported,
+ * or a wrong password; -4087 the prolog cannot be found; -4085 no callback; -4088 out of memory.
  *
  * When opening fails no file is left open. When only writing the header or the prolog fails the file
  * stays open: call ZORVAN_OneFileEnd, which still writes the trailer.
