@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <utility>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "cli/failure.h"
@@ -22,8 +21,7 @@ OutputFile::OutputFile(const std::string& target) : name_(target), target_(targe
     if (IsFolder(target)) {
         ThrowOutputFailure(name_, EISDIR);
     }
-    struct stat status = {};
-    if (::stat(target.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+    if (IsDevice(target)) {
         OpenDirectly();
         return;
     }

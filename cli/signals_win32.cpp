@@ -1,18 +1,17 @@
 // The console's interruptions and the deadline: both come on threads of their own, which a lock holds back.
 #include <csignal>
 #include <mutex>
+#include <string_view>
 
 #include <windows.h>
 
 #include "cli/failure.h"
 #include "cli/signals.h"
-#include "cli/system.h"
 
 namespace zorvan::cli {
 namespace {
 
 constexpr std::string_view kTimeIsUp = "zorvan: the job is not done in the time that --timeout gives\n";
-constexpr int kStandardError = 2;
 
 // Whoever ends the process keeps it: nothing comes to be after the last look.
 std::recursive_mutex held;
@@ -29,9 +28,21 @@ BOOL WINAPI StopAtOnce(DWORD interruption) {
     return TRUE;
 }
 
+DWORD WINAPI TellThatTimeIsUp(void* /*nothing*/) {
+    DWORD written = 0;
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), kTimeIsUp.data(), static_cast<DWORD>(kTimeIsUp.size()),
+              &written, nullptr);
+    return 0;
+}
+
+// Where nobody takes the message it is lost: the job must end.
 void CALLBACK StopLate(void* /*nothing*/, BOOLEAN /*always*/) {
+    constexpr DWORD kMilliseconds = 500;
     const std::lock_guard lock(held);
-    WriteAll(kStandardError, kTimeIsUp.data(), kTimeIsUp.size());
+    const HANDLE teller = CreateThread(nullptr, 0, TellThatTimeIsUp, nullptr, 0, nullptr);
+    if (teller != nullptr) {
+        WaitForSingleObject(teller, kMilliseconds);
+    }
     End(static_cast<int>(ExitCode::kTimeout));
 }
 

@@ -37,6 +37,7 @@ std::string TemporaryFolder();
 std::string ProgramFolder();  // where the running program stands
 bool IsThere(const std::string& path);
 bool IsFolder(const std::string& path);
+bool IsDevice(const std::string& path);                             // or a pipe: there, but no file
 bool IsSameFile(const std::string& one, const std::string& other);  // whether both names lead to one
 std::string WithLinksResolved(const std::string& path);             // of a file that is there
 // Gives a file another name, which may be an earlier file's. The result is 0 or an errno.

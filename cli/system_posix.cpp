@@ -114,6 +114,12 @@ bool IsFolder(const std::string& path) {
     return std::filesystem::is_directory(path, ignored);
 }
 
+bool IsDevice(const std::string& path) {
+    std::error_code ignored;
+    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    return std::filesystem::is_other(status);
+}
+
 bool IsSameFile(const std::string& one, const std::string& other) {
     std::error_code ignored;
     return std::filesystem::equivalent(one, other, ignored);

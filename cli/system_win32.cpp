@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
@@ -33,15 +34,28 @@ int Create(const std::string& path, DWORD attributes) {
     return ::_open_osfhandle(reinterpret_cast<std::intptr_t>(file), kBinary);
 }
 
-bool Inform(const std::string& path, BY_HANDLE_FILE_INFORMATION& information) {
+// Why the C library's last write failed: it does not know that a pipe whose reader has gone is one.
+int WriteError() {
+    const unsigned long error = _doserrno;
+    return error == ERROR_NO_DATA || error == ERROR_PIPE_NOT_CONNECTED ? EPIPE : errno;
+}
+
+// Asks about a file without reading or writing it: false where there is none, or `ask` says so.
+template <class Ask>
+bool IsTrueOf(const std::string& path, Ask ask) {
     const HANDLE file = CreateFileA(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                     nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        return false;
+    const bool answer = file != INVALID_HANDLE_VALUE && ask(file);
+    if (file != INVALID_HANDLE_VALUE) {
+        CloseHandle(file);
     }
-    const bool known = GetFileInformationByHandle(file, &information) != FALSE;
-    CloseHandle(file);
-    return known;
+    return answer;
+}
+
+bool Inform(const std::string& path, BY_HANDLE_FILE_INFORMATION& information) {
+    return IsTrueOf(path, [&information](HANDLE file) {
+        return GetFileInformationByHandle(file, &information) != FALSE;
+    });
 }
 
 // Under a name that no other file has, which the system finds out.
@@ -90,7 +104,7 @@ int WriteAll(int descriptor, const char* bytes, std::size_t count) {
         constexpr std::size_t kMost = std::size_t{1} << 20U;
         const int written = ::_write(descriptor, bytes, static_cast<unsigned>(std::min(count, kMost)));
         if (written < 0) {
-            return errno;
+            return WriteError();
         }
         bytes += written;
         count -= static_cast<std::size_t>(written);
@@ -153,6 +167,10 @@ bool IsFolder(const std::string& path) {
     return IsThere(path) && (GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+bool IsDevice(const std::string& path) {
+    return IsTrueOf(path, [](HANDLE file) { return GetFileType(file) != FILE_TYPE_DISK; });
+}
+
 bool IsSameFile(const std::string& one, const std::string& other) {
     BY_HANDLE_FILE_INFORMATION first{};
     BY_HANDLE_FILE_INFORMATION second{};
@@ -162,7 +180,15 @@ bool IsSameFile(const std::string& one, const std::string& other) {
 }
 
 std::string WithLinksResolved(const std::string& path) {
-    return path;  // links are rare there, and need rights that few have
+    constexpr std::string_view kPrefix = R"(\\?\)";  // which makes paths of any length possible
+    std::array<char, MAX_PATH + kPrefix.size() + 1> resolved{};
+    const bool isKnown = IsTrueOf(path, [&resolved](HANDLE file) {
+        const DWORD length =
+            GetFinalPathNameByHandleA(file, resolved.data(), resolved.size() - 1, FILE_NAME_NORMALIZED);
+        return length != 0 && length < resolved.size();
+    });
+    const std::string drivePath = isKnown ? resolved.data() + kPrefix.size() : path;
+    return IsSameFile(drivePath, path) ? drivePath : path;  // a network's, or not in the ANSI code page
 }
 
 int Rename(const std::string& from, const std::string& to) {

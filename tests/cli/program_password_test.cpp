@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/cli/posix_run.h"
+#include "tests/cli/program_run.h"
 #include "tests/cli/scratch_folder.h"
 
 namespace zorvan::cli {
