@@ -39,6 +39,14 @@ inline test::PdfBuilder FontPage() {
     return test::OnePage("n", "/Resources << /Font << /F 10 0 R >> >>");
 }
 
+/// What the host was given last.
+inline std::string taken;
+
+inline int ZORVAN_CALL Take(const void* piece, unsigned int count) {
+    taken.append(static_cast<const char*>(piece), count);
+    return 0;
+}
+
 struct PageRun {
     int status = 0;
     std::string setup;  // all that the page's setup defines; empty when the page failed
@@ -46,25 +54,20 @@ struct PageRun {
 
 /// Converts the page in the running job, and sees to it that nothing of it stays there.
 inline PageRun RunPage(test::PdfBuilder& pdf) {
-    static std::string output;
     const JobContext& job = BegunJob();
     const std::size_t before = job.allocations.LiveBlocks();
     const std::string bytes = pdf.Bytes();
-    const auto take = [](const void* piece, unsigned int count) {
-        output.append(static_cast<const char*>(piece), count);
-        return 0;
-    };
     static const MemoryFile file;
     file.Write({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
-    Require(ZORVAN_OneFileBegin(file.Path().c_str(), take, nullptr) == 0);
-    output.clear();
+    Require(ZORVAN_OneFileBegin(file.Path().c_str(), Take, nullptr) == 0);
+    taken.clear();
     PageRun run{.status = ZORVAN_OutputOnePage(1), .setup = ""};
     ZORVAN_OneFileEnd();
     Require(job.allocations.LiveBlocks() == before);
     constexpr std::string_view kFirst = "PDFVars/InitAll get exec\n";
-    const std::size_t begin = output.find(kFirst) + kFirst.size();
+    const std::size_t begin = taken.find(kFirst) + kFirst.size();
     if (run.status == 0) {
-        run.setup = output.substr(begin, output.rfind("%%EndPageSetup\n") - begin);
+        run.setup = taken.substr(begin, taken.rfind("%%EndPageSetup\n") - begin);
     }
     return run;
 }

@@ -4,17 +4,17 @@
 #include <numeric>
 #include <string>
 
-#include <dlfcn.h>
-
 #include "fuzz/require.h"
+#include "platform/loadable_module.h"
 #include "zorvan/zorvan.h"
 
 namespace zorvan::fuzz {
 
 /// The codec library stays loaded: a fuzzer would count it anew in each job, and at some time too often.
 inline int BeginJob(const char* folder = FILTER_FOLDER) {
-    static void* const codecs = dlopen(FILTER_FOLDER "Filter.dll", RTLD_NOW);
-    Require(codecs != nullptr);
+    static LoadableModule codecs;
+    static const bool isLoaded = codecs.Load(FILTER_FOLDER "Filter.dll");
+    Require(isLoaded);
     return KAPRINE_Begin(folder);
 }
 

@@ -91,7 +91,7 @@ TEST(GuardedBufferDeathTest, EndsAProgramThatReadsBehindIt) {
 
 /// What a decoder reads from. It fills what it does not deliver of a block with `garbage`.
 struct DirtyReader {
-    static int Read(const int* slot, void* buffer, unsigned int wanted, unsigned int* read) {
+    static int ZORVAN_CALL Read(const int* slot, void* buffer, unsigned int wanted, unsigned int* read) {
         auto& reader = *reinterpret_cast<DirtyReader*>(const_cast<int*>(slot));
         const std::size_t count = std::min<std::size_t>(wanted, reader.rest.size());
         auto* const bytes = static_cast<std::uint8_t*>(buffer);

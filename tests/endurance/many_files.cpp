@@ -3,8 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include <sys/resource.h>
-
+#include "support/system.h"
 #include "zorvan/zorvan.h"
 
 namespace {
@@ -24,13 +23,6 @@ bool Convert(const char* path) {
     return well;
 }
 
-/// The most memory that was ever in use, in KiB.
-long PeakMemory() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -44,14 +36,14 @@ int main(int argc, char** argv) {
     long peakBefore = 0;
     for (long round = 0; round < rounds; ++round) {
         if (round == (rounds + 9) / 10) {
-            peakBefore = PeakMemory();
+            peakBefore = zorvan::test::PeakMemory();
         }
         for (int file = 3; file < argc; ++file) {
             converted += Convert(argv[file]) ? 1 : 0;
         }
     }
     KAPRINE_End();
-    const long peak = PeakMemory();
+    const long peak = zorvan::test::PeakMemory();
     std::printf("%ld of %ld files converted whole, %ld KiB after a tenth of them, %ld KiB after all\n",
                 converted, rounds * (argc - 3), peakBefore, peak);
     const bool grows = rounds > 1 && peak - peakBefore > kMayGrow;

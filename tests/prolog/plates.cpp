@@ -72,9 +72,9 @@ Plates::Plates(std::string_view content) {
     for (const std::string& ink : inks) {  // an earlier page's
         std::filesystem::remove(path(ink));
     }
-    const Outcome outcome = Interpret(
-        "-sDEVICE=tiffsep -sCompression=none -r72 -g100x100 -sOutputFile=" + ShellPath(name) + ".tif",
-        PrologJob().Page(content).Text());
+    const Outcome outcome =
+        Interpret("-sDEVICE=tiffsep -sCompression=none -r72 -g100x100 -sOutputFile=" + name + ".tif",
+                  PrologJob().Page(content).Text());
     EXPECT_EQ(outcome.status, 0) << outcome.text;
     for (const std::string& ink : inks) {
         if (std::filesystem::exists(path(ink))) {

@@ -57,7 +57,7 @@ public:
     [[nodiscard]] const std::string& Path() const { return path_; }
 
 private:
-    std::string path_ = MakeFolder((std::filesystem::temp_directory_path() / "prolog").string());
+    std::string path_ = ShellPath(MakeFolder((std::filesystem::temp_directory_path() / "prolog").string()));
 };
 
 }  // namespace
@@ -79,8 +79,7 @@ const std::string& ScratchFolder() {
 Outcome Interpret(const std::string& options, std::string_view text) {
     const std::string path = ScratchFolder() + "/job.ps";
     std::ofstream(path, std::ios::binary) << text;
-    return RunShell("timeout 60 " GHOSTSCRIPT " -dSAFER -dBATCH -dNOPAUSE -q " + options + " " +
-                    ShellPath(path));
+    return RunShell("timeout 60 " GHOSTSCRIPT " -dSAFER -dBATCH -dNOPAUSE -q " + options + " " + path);
 }
 
 Picture::Picture(const std::string& path) {
@@ -170,7 +169,7 @@ std::vector<Picture> PrologJob::Paint(const std::string& device) const {
     for (std::size_t page = 1; std::filesystem::remove(picture(page)); ++page) {  // an earlier job's
     }
     const Outcome outcome =
-        Interpret("-sDEVICE=" + device + " -r72 -g100x100 -sOutputFile=" + ShellPath(name) + "%d", Text());
+        Interpret("-sDEVICE=" + device + " -r72 -g100x100 -sOutputFile=" + name + "%d", Text());
     EXPECT_EQ(outcome.status, 0) << outcome.text;
     std::vector<Picture> pictures;
     for (std::size_t page = 1; std::filesystem::exists(picture(page)); ++page) {

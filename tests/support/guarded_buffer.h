@@ -6,27 +6,13 @@
 #include <span>
 #include <string_view>
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 namespace zorvan::test {
 
 class GuardedBuffer {
 public:
     /// Room for so many bytes at least.
-    explicit GuardedBuffer(std::size_t capacity) {
-        const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-        size_ = (capacity + page - 1) / page * page;
-        mapped_ = size_ + page;
-        void* pages = mmap(nullptr, mapped_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        start_ = pages == MAP_FAILED ? nullptr : static_cast<std::uint8_t*>(pages);
-        ready_ = start_ != nullptr && mprotect(start_ + size_, page, PROT_NONE) == 0;
-    }
-    ~GuardedBuffer() {
-        if (start_ != nullptr) {
-            munmap(start_, mapped_);
-        }
-    }
+    explicit GuardedBuffer(std::size_t capacity);
+    ~GuardedBuffer();
     GuardedBuffer(const GuardedBuffer&) = delete;
     GuardedBuffer& operator=(const GuardedBuffer&) = delete;
 
@@ -43,7 +29,6 @@ public:
 
 private:
     std::size_t size_ = 0;
-    std::size_t mapped_ = 0;
     std::uint8_t* start_ = nullptr;
     bool ready_ = false;
 };

@@ -31,6 +31,9 @@ void EndAfter(unsigned seconds);
 /// The names that a module exports, sorted.
 std::vector<std::string> ExportedNames(const std::string& module);
 
+/// The most memory of the process that was ever in use, in KiB.
+long PeakMemory();
+
 /// Files, and what else the process holds open of the system.
 std::ptrdiff_t OpenHandles();
 

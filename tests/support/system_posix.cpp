@@ -5,6 +5,7 @@
 #include <iterator>
 #include <stdexcept>
 
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -46,6 +47,12 @@ void EndAfter(unsigned seconds) {
 
 std::vector<std::string> ExportedNames(const std::string& module) {
     return SortedLines(RunShell("nm -D --defined-only " + ShellWord(module) + " | sed 's/.* //'").text);
+}
+
+long PeakMemory() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
 }
 
 std::ptrdiff_t OpenHandles() {

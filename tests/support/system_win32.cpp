@@ -6,6 +6,8 @@
 #include <stdexcept>
 
 #include <windows.h>
+// Behind what it needs.
+#include <psapi.h>
 
 #include "support/shell_text.h"
 #include "support/system.h"
@@ -90,6 +92,13 @@ std::vector<std::string> ExportedNames(const std::string& module) {
     return SortedLines(RunShell("i686-w64-mingw32-objdump -p " + ShellWord(ShellPath(module)) +
                                 " | sed -n 's/^\t\\[ *[0-9]*\\] \\([^+]*\\)$/\\1/p'")
                            .text);
+}
+
+long PeakMemory() {
+    constexpr SIZE_T kBytes = 1024;
+    PROCESS_MEMORY_COUNTERS counters{};
+    K32GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+    return static_cast<long>(counters.PeakWorkingSetSize / kBytes);
 }
 
 std::ptrdiff_t OpenHandles() {

@@ -1,11 +1,11 @@
 // Puts a page that may not be touched behind every mapped file. The linker sends the program's calls of mmap
-// and munmap here (--wrap).
-#include "bounds/guarded_mapping.h"
-
+// and munmap here (--wrap); the former is mmap64 where file sizes have 64 bits.
 #include <set>
 
 #include <sys/mman.h>
 #include <unistd.h>
+
+#include "bounds/guarded_mapping.h"
 
 namespace {
 
@@ -33,22 +33,22 @@ std::size_t GuardedMappings() {
 
 extern "C" {
 
-void* __real_mmap(void* address, std::size_t length, int protection, int flags, int file, off_t offset);
+void* __real_mmap64(void* address, std::size_t length, int protection, int flags, int file, off_t offset);
 int __real_munmap(void* address, std::size_t length);
-void* __wrap_mmap(void* address, std::size_t length, int protection, int flags, int file, off_t offset);
+void* __wrap_mmap64(void* address, std::size_t length, int protection, int flags, int file, off_t offset);
 int __wrap_munmap(void* address, std::size_t length);
 
-void* __wrap_mmap(void* address, std::size_t length, int protection, int flags, int file, off_t offset) {
+void* __wrap_mmap64(void* address, std::size_t length, int protection, int flags, int file, off_t offset) {
     if (file < 0) {
-        return __real_mmap(address, length, protection, flags, file, offset);
+        return __real_mmap64(address, length, protection, flags, file, offset);
     }
-    void* reserved = __real_mmap(nullptr, WithGuard(length), PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    void* reserved = __real_mmap64(nullptr, WithGuard(length), PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (reserved == MAP_FAILED) {
         return reserved;
     }
     guarded.insert(reserved);
     ++mappings;
-    return __real_mmap(reserved, length, protection, flags | MAP_FIXED, file, offset);
+    return __real_mmap64(reserved, length, protection, flags | MAP_FIXED, file, offset);
 }
 
 int __wrap_munmap(void* address, std::size_t length) {
