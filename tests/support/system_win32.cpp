@@ -101,10 +101,16 @@ long PeakMemory() {
     return static_cast<long>(counters.PeakWorkingSetSize / kBytes);
 }
 
+// Wine's GetProcessHandleCount always tells 0.
 std::ptrdiff_t OpenHandles() {
-    DWORD count = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &count);
-    return static_cast<std::ptrdiff_t>(count);
+    constexpr std::uintptr_t kStep = 4;
+    constexpr std::uintptr_t kMost = 0x10000;
+    std::ptrdiff_t count = 0;
+    for (std::uintptr_t value = kStep; value < kMost; value += kStep) {
+        DWORD flags = 0;
+        count += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) != FALSE ? 1 : 0;
+    }
+    return count;
 }
 
 }  // namespace zorvan::test
