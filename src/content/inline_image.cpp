@@ -121,7 +121,8 @@ std::size_t InlineImage::ExpectedBytes() const {
     const std::uint64_t components = stencil_ || IsIndexed() || !space_.IsThere() ? 1 : space_.Components();
     const std::uint64_t bits = static_cast<std::uint64_t>(std::clamp(width_, 0, 1 << 24)) *
                                static_cast<std::uint64_t>(std::clamp(bits_, 1, 16)) * components;
-    return static_cast<std::size_t>((bits + 7) / 8 * static_cast<std::uint64_t>(std::max(height_, 0)));
+    const std::uint64_t bytes = (bits + 7) / 8 * static_cast<std::uint64_t>(std::max(height_, 0));
+    return static_cast<std::size_t>(std::min<std::uint64_t>(bytes, SIZE_MAX));
 }
 
 std::size_t InlineImage::TakeData(Bytes rest, ImageEnds& ends) {

@@ -108,7 +108,8 @@ bool TrueTypeParser::MapCmap() {
         }
         const std::uint32_t platform = U16(record);
         const bool wanted = platform == kMicrosoft || (platform == kMacintosh && U16(record + 2) == 0);
-        if (wanted && !MapSubtable(cmap->offset + U32(record + 4))) {
+        const std::size_t subtable = U32(record + 4);
+        if (wanted && !(Holds(cmap->offset, subtable) && MapSubtable(cmap->offset + subtable))) {
             return false;
         }
     }

@@ -175,6 +175,17 @@ TEST(TrueTypeCmap, MayNotLeadToASubtableBeyondTheFile) {
     EXPECT_FALSE(Parse(file).parsed);
 }
 
+// The sum of both offsets is that of a subtable where addresses have 32 bits.
+TEST(TrueTypeCmap, MayNotLeadBackwardsByASumThatOverflows) {
+    TrueTypeBuilder builder;
+    builder.Table("glyf", Format6(65, {4})).Table("cmap", Cmap({{3, 1, ""}}));
+    const std::size_t cmap = builder.OffsetOf("cmap");
+    const int back = static_cast<int>(cmap - builder.OffsetOf("glyf"));
+    std::string file = builder.Bytes();
+    file.replace(cmap + 8, 4, Words({0xFFFF, 0x10000 - back}));
+    EXPECT_FALSE(Parse(file).parsed);
+}
+
 TEST(TrueTypeFile, IsNoneWithoutACmap) {
     EXPECT_FALSE(Parse(TrueTypeBuilder().Table("head", Head({1, 2, 3, 4})).Bytes()).parsed);
 }
