@@ -19,6 +19,19 @@ install(TARGETS Filter LIBRARY DESTINATION ${filter_folder})
 install(DIRECTORY include/zorvan DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES docs/zorvan.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
+# What is linked into the files of a package for Windows wants its notices to come along.
+if(WIN32)
+  set(notices ${PROJECT_SOURCE_DIR}/build/targets/windows/share/doc/libjpeg-turbo/LICENSE.md
+              ${PROJECT_SOURCE_DIR}/build/targets/windows/share/doc/libjpeg-turbo/README.ijg)
+  foreach(notice ${notices})
+    get_filename_component(name ${notice} NAME)
+    install(FILES ${notice} DESTINATION ${CMAKE_INSTALL_DOCDIR}/notices RENAME libjpeg-turbo-${name})
+  endforeach()
+  foreach(package libz-mingw-w64-dev mingw-w64-common gcc-mingw-w64-base)
+    install(FILES /usr/share/doc/${package}/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR}/notices RENAME ${package}.txt)
+  endforeach()
+endif()
+
 install(EXPORT zorvan NAMESPACE zorvan:: DESTINATION ${config_folder})
 configure_package_config_file(cmake/zorvan-config.cmake.in zorvan-config.cmake
   INSTALL_DESTINATION ${config_folder} PATH_VARS filter_folder)

@@ -42,6 +42,7 @@ extern "C" {
 /*
  * Takes `count` bytes of PostScript; they are valid only during the call. The result 0 accepts them; any
  * other value refuses them: the operation in progress stops, calls back no more and returns that value.
+ * The function must not throw.
  */
 typedef int(ZORVAN_CALL* ZORVAN_WriteCallback)(const void* bytes, unsigned int count);
 
@@ -52,8 +53,8 @@ typedef struct ZORVAN_PasswordRecord {
 } ZORVAN_PasswordRecord;
 
 /*
- * Begins the job of this process. `folder` is zero-terminated text with its trailing separator: the codec
- * library is loaded from `folder` followed directly by "Filter.dll".
+ * Begins the job of this process. `folder` is zero-terminated text, in the ANSI code page on Windows, with
+ * its trailing separator: the codec library is loaded from `folder` followed directly by "Filter.dll".
  *
  * Results: 0; -4089 the codec library cannot be loaded; -4078 it lacks an entry point; -4088 out of
  * memory; -1 the job could not be allocated or a job is already open (which stays as it is). After every
@@ -89,9 +90,10 @@ ZORVAN_EXPORT int ZORVAN_CALL KAPRINE_GetErrInfo(const char** message, unsigned 
  *
  * Results: 0; a status of the callback; -1 no job, or a file is already open (which stays as it is);
  * -4069 neither "%PDF-" nor "%JTF-" or no end marker; -4086 the file cannot be opened or mapped, is 4 GiB
- * or larger (32-bit hosts map about 500 MB, those that are linked for large addresses three times that), or
- * the path is too long; -4095 the catalog is no dictionary; -4091 and -4068 encryption that is not supported,
- * or a wrong password; -4087 the prolog cannot be found; -4085 no callback; -4088 out of memory.
+ * or larger, or than what is free in one piece of the process's addresses (in 32 bits some 500 MB or more, by
+ * the system and the host), is being written on Windows, or the path is too long; -4095 the catalog is no
+ * dictionary; -4091 and -4068 encryption that is not supported, or a wrong password; -4087 the prolog cannot
+ * be found; -4085 no callback; -4088 out of memory.
  *
  * When opening fails no file is left open. When only writing the header or the prolog fails the file
  * stays open: call ZORVAN_OneFileEnd, which still writes the trailer.

@@ -1,4 +1,5 @@
 // The message texts from the module's string tables, of which the system chooses one by the user's language.
+#include <algorithm>
 #include <array>
 
 #include <windows.h>
@@ -25,8 +26,11 @@ const char* MessageOf(unsigned identifier) {
     const wchar_t* resource = nullptr;
     // With a size of 0 the system hands out the resource itself, which has no zero at its end.
     const int length = LoadStringW(OwnModule(), identifier, reinterpret_cast<wchar_t*>(&resource), 0);
+    // A text that is too long, which a host may have put there, is cut at a letter.
+    constexpr int kMostBytesOfALetter = 3;
+    const int taken = std::min(length, (kLongestText - 1) / kMostBytesOfALetter);
     const int written =
-        WideCharToMultiByte(CP_UTF8, 0, resource, length, text, kLongestText - 1, nullptr, nullptr);
+        WideCharToMultiByte(CP_UTF8, 0, resource, taken, text, kLongestText - 1, nullptr, nullptr);
     text[written] = '\0';
     return text;
 }

@@ -43,7 +43,7 @@ makeHost() {
 (cd "$build" && cpack -B "$folder" >/dev/null)
 if [ -n "$wine" ]; then
     unpackZip
-    hasAll bin/ZORVAN.dll bin/zorvan.exe lib/libZORVAN.dll.a
+    hasAll bin/ZORVAN.dll bin/zorvan.exe lib/libZORVAN.dll.a share/doc/zorvan/notices/libjpeg-turbo-README.ijg
     makeHost
     cp "$loaded/ZORVAN.dll" "$folder/made/"
     "$wine" "$folder/made/host.exe" "$loaded/" "$sample" "$folder/host.ps"
