@@ -4,23 +4,15 @@
 #include "cli/system.h"
 
 namespace zorvan::cli {
-namespace {
-
-std::string WithSeparator(const std::string& folder) {
-    return folder.ends_with('/') ? folder : folder + "/";
-}
-
-}  // namespace
-
 std::vector<std::string> FilterFolders(const std::optional<std::string>& given) {
     if (given) {
         return {WithSeparator(given->empty() ? "." : *given)};
     }
     const std::string program = ProgramFolder();
-    const std::string prefix = FolderOf(program);
-    std::vector<std::string> folders = {WithSeparator(program), WithSeparator(prefix + "/lib/zorvan")};
+    const std::string prefix = FolderOf(program.substr(0, program.size() - 1));
+    std::vector<std::string> folders = {program, prefix + "lib/zorvan/"};
     // ZORVAN_LIBDIR is the installation's library folder, such as lib64 or lib/x86_64-linux-gnu.
-    const std::string installed = WithSeparator(prefix + "/" ZORVAN_LIBDIR "/zorvan");
+    const std::string installed = prefix + ZORVAN_LIBDIR "/zorvan/";
     if (installed != folders.back()) {
         folders.push_back(installed);
     }

@@ -4,6 +4,7 @@
 #include "cli/json_text.h"
 #include "cli/number_text.h"
 #include "cli/printable_text.h"
+#include "cli/system.h"
 
 namespace zorvan::cli {
 namespace {
@@ -96,10 +97,10 @@ std::string InfoAsText(const InfoReport& report) {
 }
 
 std::string InfoAsJson(const InfoReport& report) {
-    return R"({"file": )" + JsonString(report.file) + R"(, "pages": )" + std::to_string(report.pageCount) +
-           R"(, "visibleBoxes": )" + PagesAsJson(report.pages) + R"(, "fonts": )" +
-           FontsAsJson(report.fonts) + R"(, "outputBytes": )" + std::to_string(report.outputBytes) +
-           R"(, "error": )" + ErrorAsJson(report.error) + "}\n";
+    return R"({"file": )" + JsonString(PathAsUtf8(report.file)) + R"(, "pages": )" +
+           std::to_string(report.pageCount) + R"(, "visibleBoxes": )" + PagesAsJson(report.pages) +
+           R"(, "fonts": )" + FontsAsJson(report.fonts) + R"(, "outputBytes": )" +
+           std::to_string(report.outputBytes) + R"(, "error": )" + ErrorAsJson(report.error) + "}\n";
 }
 
 }  // namespace zorvan::cli

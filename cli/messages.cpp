@@ -28,7 +28,7 @@ void PrintMessage(const std::string& text) {
 std::string ErrorText(const LibraryError& error) {
     std::string text = "error " + std::to_string(error.code);
     if (!error.text.empty()) {
-        text += ": " + error.text;
+        text += ": " + TextAsShown(error.text);
     }
     std::string place = error.offset == 0 ? "" : "at byte " + std::to_string(error.offset);
     if (!error.excerpt.empty()) {

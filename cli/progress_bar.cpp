@@ -1,4 +1,4 @@
-// Draws the bar in place, on one line.
+// Draws the bar in place, on one line, which blanks take off again: not every console knows escapes for that.
 #include "cli/progress_bar.h"
 
 #include <algorithm>
@@ -28,14 +28,14 @@ void ProgressBar::Show(unsigned pagesDone, unsigned pagesInAll) {
     nextDrawing_ = Clock::now() + std::chrono::milliseconds(100);
     const std::string text = BarText(std::min(pagesDone, pagesInAll), pagesInAll);
     WriteAll(descriptor_, text.data(), text.size());
-    isDrawn_ = true;
+    drawnCells_ = text.size() - 1;
 }
 
 void ProgressBar::Clear() {
-    constexpr char kEraseLine[] = "\r\x1b[K";
-    if (isDrawn_) {
-        WriteAll(descriptor_, kEraseLine, sizeof kEraseLine - 1);
-        isDrawn_ = false;
+    if (drawnCells_ > 0) {
+        const std::string blanks = "\r" + std::string(drawnCells_, ' ') + "\r";
+        WriteAll(descriptor_, blanks.data(), blanks.size());
+        drawnCells_ = 0;
     }
 }
 

@@ -24,7 +24,7 @@ private:
     bool isEnabled_;
     int descriptor_;
     Clock::time_point nextDrawing_;
-    bool isDrawn_ = false;
+    std::size_t drawnCells_ = 0;
 };
 
 }  // namespace zorvan::cli

@@ -12,7 +12,8 @@ namespace zorvan::cli {
 int OpenForReading(const std::string& path);
 int OpenWithoutWaiting(const std::string& path);  // for reading; of a FIFO the other end need not be open
 int OpenExistingForWriting(const std::string& path);
-// Creates a file of its own in a folder, for the owner alone; `path` becomes its path.
+// Folders are told with the separator at their end, so that a name put behind one is in it. Creates a file of
+// its own in a folder, for the owner alone; `path` becomes its path.
 int CreateBeside(const std::string& folder, std::string& path);
 // Creates a file that is gone once it is closed.
 int CreateNameless(const std::string& folder);
@@ -32,9 +33,10 @@ int CutAt(int descriptor, std::uint64_t position);
 void PrepareStandardStreams();
 
 // Paths are bytes as the system's own calls take them, whatever the C++ library thinks of their letters.
-std::string FolderOf(const std::string& path);  // "." where the path names none
+std::string FolderOf(const std::string& path);
 std::string TemporaryFolder();
 std::string ProgramFolder();  // where the running program stands
+std::string WithSeparator(const std::string& folder);
 bool IsThere(const std::string& path);
 bool IsFolder(const std::string& path);
 bool IsDevice(const std::string& path);                             // or a pipe: there, but no file
@@ -42,6 +44,11 @@ bool IsSameFile(const std::string& one, const std::string& other);  // whether b
 std::string WithLinksResolved(const std::string& path);             // of a file that is there
 // Gives a file another name, which may be an earlier file's. The result is 0 or an errno.
 int Rename(const std::string& from, const std::string& to);
+
+// A path as UTF-8, and a text in UTF-8 as messages show it beside paths: other than they are where paths are
+// in a code page.
+std::string PathAsUtf8(const std::string& path);
+std::string TextAsShown(const std::string& utf8);
 
 // A path by which the library, which takes `longest` bytes, opens the same file as `descriptor`: `path`
 // itself where it is short enough, or a shorter one that is valid as long as the descriptor, where the system

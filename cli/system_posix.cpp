@@ -33,7 +33,7 @@ int OpenExistingForWriting(const std::string& path) {
 }
 
 int CreateBeside(const std::string& folder, std::string& path) {
-    path = folder + "/.zorvan-XXXXXX";
+    path = folder + ".zorvan-XXXXXX";
     return ::mkostemp(path.data(), O_CLOEXEC);
 }
 
@@ -88,20 +88,24 @@ void PrepareStandardStreams() {
 }
 
 std::string FolderOf(const std::string& path) {
-    const std::string folder = std::filesystem::path(path).parent_path().string();
-    return folder.empty() ? "." : folder;
+    const std::size_t separator = path.rfind('/');
+    return separator == std::string::npos ? "./" : path.substr(0, separator + 1);
 }
 
 std::string TemporaryFolder() {
     std::error_code noFolder;
     const std::filesystem::path folder = std::filesystem::temp_directory_path(noFolder);
-    return noFolder ? "/tmp" : folder.string();
+    return noFolder ? "/tmp/" : WithSeparator(folder.string());
 }
 
 std::string ProgramFolder() {
     std::error_code unknown;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", unknown);
-    return unknown ? "." : program.parent_path().string();
+    return unknown ? "./" : FolderOf(program.string());
+}
+
+std::string WithSeparator(const std::string& folder) {
+    return folder.ends_with('/') ? folder : folder + "/";
 }
 
 bool IsThere(const std::string& path) {
@@ -133,6 +137,14 @@ std::string WithLinksResolved(const std::string& path) {
 
 int Rename(const std::string& from, const std::string& to) {
     return Outcome(std::rename(from.c_str(), to.c_str()) == 0);
+}
+
+std::string PathAsUtf8(const std::string& path) {
+    return path;
+}
+
+std::string TextAsShown(const std::string& utf8) {
+    return utf8;
 }
 
 std::string ShortPath(const std::string& path, int descriptor, std::size_t longest) {

@@ -22,16 +22,19 @@ int LastError() {
         .value();
 }
 
-// Others may remove the file while it is open: the handler of an interruption does.
-int Create(const std::string& path, DWORD attributes) {
-    const HANDLE file =
-        CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
-                    CREATE_NEW, attributes, nullptr);
+int DescriptorOf(HANDLE file) {
     if (file == INVALID_HANDLE_VALUE) {
         errno = LastError();
         return -1;
     }
     return ::_open_osfhandle(reinterpret_cast<std::intptr_t>(file), kBinary);
+}
+
+// Others may remove the file while it is open: the handler of an interruption does.
+int Create(const std::string& path, DWORD attributes) {
+    return DescriptorOf(CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                    FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW, attributes,
+                                    nullptr));
 }
 
 // Why the C library's last write failed: it does not know that a pipe whose reader has gone is one.
@@ -58,11 +61,23 @@ bool Inform(const std::string& path, BY_HANDLE_FILE_INFORMATION& information) {
     });
 }
 
+std::string Recoded(const std::string& text, UINT from, UINT to) {
+    const auto size = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');
+    wide.resize(static_cast<std::size_t>(MultiByteToWideChar(from, 0, text.data(), size, wide.data(), size)));
+    constexpr std::size_t kMostBytes = 4;
+    std::string recoded(wide.size() * kMostBytes, '\0');
+    recoded.resize(static_cast<std::size_t>(
+        WideCharToMultiByte(to, 0, wide.data(), static_cast<int>(wide.size()), recoded.data(),
+                            static_cast<int>(recoded.size()), nullptr, nullptr)));
+    return recoded;
+}
+
 // Under a name that no other file has, which the system finds out.
 int CreateFresh(const std::string& folder, DWORD attributes, std::string& path) {
     constexpr unsigned kTries = 1000;
     for (unsigned i = 0; i < kTries; ++i) {
-        path = folder + "/.zorvan-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(i);
+        path = folder + ".zorvan-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(i);
         const int descriptor = Create(path, attributes);
         if (descriptor >= 0 || errno != EEXIST) {
             return descriptor;
@@ -73,8 +88,14 @@ int CreateFresh(const std::string& folder, DWORD attributes, std::string& path) 
 
 }  // namespace
 
+// The file is one that nobody writes, as the library wants it, and that has a path which the library takes.
 int OpenForReading(const std::string& path) {
-    return ::_open(path.c_str(), _O_RDONLY | kBinary);
+    if (path.size() >= MAX_PATH) {
+        errno = ENAMETOOLONG;
+        return -1;
+    }
+    return DescriptorOf(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 int OpenWithoutWaiting(const std::string& path) {
@@ -135,28 +156,33 @@ void PrepareStandardStreams() {
     }
 }
 
-// The second byte of a letter can look like a separator.
+// The second byte of a letter can look like a separator. A drive alone stands for its current folder.
 std::string FolderOf(const std::string& path) {
-    std::size_t end = std::string::npos;
+    std::size_t end = 0;
     for (std::size_t at = 0; at < path.size(); ++at) {
         const char letter = path[at];
         if (IsDBCSLeadByte(static_cast<BYTE>(letter)) != FALSE) {
             ++at;
         } else if (letter == '/' || letter == '\\' || letter == ':') {
-            end = letter == ':' || at == 0 ? at + 1 : at;
+            end = at + 1;
         }
     }
-    return end == std::string::npos ? "." : path.substr(0, end);
+    return end == 0 ? R"(.\)" : path.substr(0, end);
+}
+
+std::string WithSeparator(const std::string& folder) {
+    return FolderOf(folder) == folder ? folder : folder + R"(\)";
 }
 
 std::string TemporaryFolder() {
     std::array<char, MAX_PATH + 1> path{};
-    return GetTempPathA(MAX_PATH, path.data()) == 0 ? "." : path.data();
+    const DWORD length = GetTempPathA(MAX_PATH, path.data());
+    return length == 0 || length > MAX_PATH ? R"(.\)" : path.data();
 }
 
 std::string ProgramFolder() {
     std::array<char, MAX_PATH + 1> path{};
-    return GetModuleFileNameA(nullptr, path.data(), MAX_PATH) == 0 ? "." : FolderOf(path.data());
+    return GetModuleFileNameA(nullptr, path.data(), MAX_PATH) == 0 ? R"(.\)" : FolderOf(path.data());
 }
 
 bool IsThere(const std::string& path) {
@@ -195,7 +221,15 @@ int Rename(const std::string& from, const std::string& to) {
     return MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE ? 0 : LastError();
 }
 
-// The system itself takes no longer paths than the library does.
+std::string PathAsUtf8(const std::string& path) {
+    return Recoded(path, CP_ACP, CP_UTF8);
+}
+
+std::string TextAsShown(const std::string& utf8) {
+    return Recoded(utf8, CP_UTF8, CP_ACP);
+}
+
+// The system opens no file by a longer path than the library does.
 std::string ShortPath(const std::string& path, int /*descriptor*/, std::size_t /*longest*/) {
     return path;
 }

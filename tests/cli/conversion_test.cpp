@@ -1,6 +1,8 @@
 // How a failed opening ends the program.
 #include "cli/conversion.h"
 
+#include <filesystem>
+
 #include <gtest/gtest.h>
 
 #include "cli/filter_folder.h"
@@ -19,17 +21,18 @@ TEST(OpeningFailure, IsTheFilesFaultUnlessTheLibraryLacksSomething) {
 }
 
 TEST(FilterFolder, IsTheGivenOneAlone) {
-    EXPECT_EQ(FilterFolders("/a/b"), std::vector<std::string>{"/a/b/"});
+    const char separator = static_cast<char>(std::filesystem::path::preferred_separator);
+    EXPECT_EQ(FilterFolders("/a/b"), std::vector<std::string>{std::string("/a/b") + separator});
     EXPECT_EQ(FilterFolders("/a/b/"), std::vector<std::string>{"/a/b/"});
-    EXPECT_EQ(FilterFolders(""), std::vector<std::string>{"./"});
+    EXPECT_EQ(FilterFolders(""), std::vector<std::string>{std::string(".") + separator});
 }
 
 TEST(FilterFolder, IsLookedForBesideTheProgramAndInTheInstallation) {
     const std::vector<std::string> folders = FilterFolders(std::nullopt);
     ASSERT_GE(folders.size(), 2U);
     const std::string program = folders[0].substr(0, folders[0].size() - 1);
-    const std::string prefix = program.substr(0, program.find_last_of("/\\"));
-    EXPECT_EQ(folders[1], prefix + "/lib/zorvan/");
+    const std::string prefix = program.substr(0, program.find_last_of("/\\") + 1);
+    EXPECT_EQ(folders[1], prefix + "lib/zorvan/");
 }
 
 }  // namespace

@@ -82,7 +82,7 @@ TEST(ProgramUsage, IsToldOnStandardOutputWhenAskedFor) {
 TEST(ProgramCodecs, AreMissedWithTheLibrarysCode) {
     const ScratchFolder scratch;
     const std::string pdf = scratch.Write("a.pdf", SamplePdf(1));
-    const RunResult run = RunZorvan({"--filter-dir", scratch.Path("empty"), pdf});
+    const RunResult run = RunZorvan({"--filter-dir", scratch.Path("empty/"), pdf});
     EXPECT_EQ(run.exitCode, 5);
     EXPECT_THAT(run.err, HasSubstr("error -4089"));
     EXPECT_THAT(run.err, HasSubstr(scratch.Path("empty/")));

@@ -1,4 +1,5 @@
 // The program and its output on Windows: the null device, a file that others hold, pipes and interruptions.
+#include <algorithm>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -50,6 +51,13 @@ TEST_F(ProgramOutputOnWindows, StaysWhatItWasWhileAnotherProcessHoldsIt) {
     EXPECT_THAT(run.err, HasSubstr("a.ps: "));
     EXPECT_EQ(FileText(earlier), "earlier");
     EXPECT_THAT(scratch_.Names(), ElementsAre("a.pdf", "a.ps"));
+}
+
+TEST_F(ProgramOutputOnWindows, MayBeNamedInFull) {
+    std::string path = R"(\\?\Z:)" + scratch_.Path("b.ps");
+    std::replace(path.begin(), path.end(), '/', '\\');
+    EXPECT_EQ(RunZorvan({"--keep-going", pdf_, path}).exitCode, 3);
+    EXPECT_THAT(scratch_.Names(), ElementsAre("a.pdf", "b.ps"));
 }
 
 TEST_F(ProgramOutputOnWindows, ReplacesWhatASymbolicLinkLeadsTo) {

@@ -48,7 +48,12 @@ languages() {
     ZORVAN_WINE_LOCALE=C.UTF-8 expectError "-4069: Illegal PDF file." convert "$folder/plain.pdf" "$folder/a.ps"
     ZORVAN_WINE_LOCALE=zh_CN.UTF-8 expectError "-4069: 非法的 PDF 文件。" convert "$folder/plain.pdf" "$folder/a.ps"
     ZORVAN_WINE_LOCALE=de_DE.UTF-8 expectError "-4069: Illegal PDF file." convert "$folder/plain.pdf" "$folder/a.ps"
-    ZORVAN_WINE_LOCALE=zh_CN.UTF-8 expectError "非法的 PDF 文件。" "$build/zorvan" "$folder/plain.pdf"
+    # What the program says beside paths is in their code page, what is data is not.
+    local said
+    said=$(iconv -t GB18030 <<<"error -4069: 非法的 PDF 文件。")
+    ZORVAN_WINE_LOCALE=zh_CN.UTF-8 expectError "$said" "$build/zorvan" "$folder/plain.pdf"
+    cp "$sample" "$folder/文件.pdf"
+    ZORVAN_WINE_LOCALE=zh_CN.UTF-8 "$build/zorvan" --info --json "$folder/文件.pdf" | grep -q '文件\.pdf"'
 }
 
 filter_missing() { expectError "-4089: Fail load DLL." convert "$sample" "$folder/a.ps" "$folder"; }
