@@ -16,10 +16,11 @@ namespace {
 
 constexpr int kBinary = _O_BINARY | _O_NOINHERIT;
 
+// An errno for any of the system's many reasons.
 int LastError() {
-    return std::error_code(static_cast<int>(GetLastError()), std::system_category())
-        .default_error_condition()
-        .value();
+    const auto error =
+        std::error_code(static_cast<int>(GetLastError()), std::system_category()).default_error_condition();
+    return error.category() == std::generic_category() ? error.value() : EIO;
 }
 
 int DescriptorOf(HANDLE file) {

@@ -19,7 +19,9 @@ install(TARGETS Filter LIBRARY DESTINATION ${filter_folder})
 install(DIRECTORY include/zorvan DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES docs/zorvan.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
-# What is linked into the files of a package for Windows wants its notices to come along.
+# What is linked into the files of a package wants its notices to come along.
+install(FILES README.md CHANGELOG.md docs/injection.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES /usr/share/doc/libcli11-dev/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR}/notices RENAME libcli11-dev.txt OPTIONAL)
 if(WIN32)
   set(notices ${PROJECT_SOURCE_DIR}/build/targets/windows/share/doc/libjpeg-turbo/LICENSE.md
               ${PROJECT_SOURCE_DIR}/build/targets/windows/share/doc/libjpeg-turbo/README.ijg)

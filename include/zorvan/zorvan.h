@@ -92,8 +92,9 @@ ZORVAN_EXPORT int ZORVAN_CALL KAPRINE_GetErrInfo(const char** message, unsigned 
  * -4069 neither "%PDF-" nor "%JTF-" or no end marker; -4086 the file cannot be opened or mapped, is 4 GiB
  * or larger, or than what is free in one piece of the process's addresses (in 32 bits some 500 MB or more, by
  * the system and the host), is being written on Windows, or the path is too long; -4095 the catalog is no
- * dictionary; -4091 and -4068 encryption that is not supported, or a wrong password; -4087 the prolog cannot
- * be found; -4085 no callback; -4088 out of memory.
+ * dictionary, or its cross-reference section is none (a stream, as of PDF 1.5); -4091 and -4068 encryption
+ * that is not supported, or a wrong password; -4087 the prolog cannot be found; -4085 no callback; -4088 out
+ * of memory.
  *
  * When opening fails no file is left open. When only writing the header or the prolog fails the file
  * stays open: call ZORVAN_OneFileEnd, which still writes the trailer.
@@ -121,7 +122,11 @@ ZORVAN_EXPORT int ZORVAN_CALL ZORVAN_OutputGlobalResources(void);
  */
 ZORVAN_EXPORT int ZORVAN_CALL ZORVAN_OutputOnePage(unsigned int page);
 
-/* Writes the trailer (its status is not told) and closes the file. Does nothing without a file. */
+/*
+ * Writes the trailer (its status is not told) and closes the file. Does nothing without a file. The trailer
+ * is written whatever became of the pages: who keeps no track of them and drops none that failed must throw
+ * the whole document away.
+ */
 ZORVAN_EXPORT void ZORVAN_CALL ZORVAN_OneFileEnd(void);
 
 #ifdef __cplusplus

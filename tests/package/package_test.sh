@@ -24,7 +24,7 @@ unpackZip() {
 
 hasAll() {
     local file
-    for file in "$@" "$loaded/Filter.dll" include/zorvan/{zorvan,filter,calling}.h share/man/man1/zorvan.1; do
+    for file in "$@" "$loaded/Filter.dll" include/zorvan/{zorvan,filter,calling}.h share/man/man1/zorvan.1 share/doc/zorvan/README.md; do
         [ -s "$prefix/${file#"$prefix"/}" ] || { echo "$file is missing" >&2 && exit 1; }
     done
 }
