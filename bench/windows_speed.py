@@ -9,7 +9,6 @@ first and taken off: what is compared is the work. Without files those of script
 """
 import argparse
 import pathlib
-import statistics
 import subprocess
 import sys
 import tempfile
@@ -20,6 +19,7 @@ import measure  # noqa: E402  (found through the line above)
 
 INPUTS = TOP / "build" / "bench-inputs"
 BUILDS = {"Linux": TOP / "build/linux32-release", "Windows": TOP / "build/windows"}
+LITTLE = 0.1  # seconds: of less the start is too much
 PROGRAMS = {"Linux": [BUILDS["Linux"] / "zorvan"], "Windows": [TOP / "script/wine", BUILDS["Windows"] / "zorvan.exe"]}
 
 
@@ -46,6 +46,11 @@ def best(repeat, *arguments):
     return {system: min(run[system] for run in runs) for system in PROGRAMS}
 
 
+def tell(name, work):
+    told = ", ".join(f"{system} {time:.3f} s" for system, time in work.items())
+    print(f"{name}: {told}, x {work['Windows'] / work['Linux']:.2f}", flush=True)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--repeat", type=int, default=5)
@@ -56,15 +61,17 @@ def main():
         subprocess.run([sys.executable, TOP / "bench/make_inputs.py", INPUTS], check=True)
     start = best(arguments.repeat, "--version")
     print("start: " + ", ".join(f"{system} {time:.3f} s" for system, time in start.items()))
-    ratios = []
+    everything = dict.fromkeys(PROGRAMS, 0.0)
     with tempfile.TemporaryDirectory() as folder:
         for pdf in arguments.files or sorted(INPUTS.glob("*.pdf")):
             options = ["--quiet", "--page-size=none", pdf, pathlib.Path(folder) / "out.ps"]
             work = {system: time - start[system] for system, time in best(arguments.repeat, *options).items()}
-            ratios.append(work["Windows"] / work["Linux"])
-            told = ", ".join(f"{system} {time:.3f} s" for system, time in work.items())
-            print(f"{pdf.name}: {told}, x {ratios[-1]:.2f}", flush=True)
-    print(f"geometric mean: x {statistics.geometric_mean(ratios):.2f}")
+            if work["Linux"] < LITTLE:
+                print(f"{pdf.name}: too little work to tell")
+                continue
+            everything = {system: time + work[system] for system, time in everything.items()}
+            tell(pdf.name, work)
+    tell("all", everything)
 
 
 if __name__ == "__main__":
