@@ -32,7 +32,7 @@ def differs(programs, pdf):
 def main(*arguments):
     *programs, folder = (pathlib.Path(argument).resolve() for argument in arguments)
     pdfs = sorted(folder.rglob("*.pdf"))
-    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+    with concurrent.futures.ThreadPoolExecutor(2 * os.cpu_count()) as pool:
         found = list(filter(None, pool.map(lambda pdf: differs(programs, pdf), pdfs)))
     print("\n".join(found) or f"{len(pdfs)} files, the same bytes")
     return 1 if found or not pdfs else 0
